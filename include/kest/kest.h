@@ -1,0 +1,10 @@
+// kest/kest.h: everything that the library offers.
+#ifndef KEST_KEST_H
+#define KEST_KEST_H
+
+#include "kest/export.h"
+#include "kest/log.h"
+#include "kest/text.h"
+#include "kest/types.h"
+
+#endif

@@ -1,0 +1,71 @@
+// kest/text.h: hexadecimal text and Unicode conversion.
+//
+// Lengths and capacities are octets, also of 16-bit text, and as wide as their arguments: what a
+// caller gives beyond that is cut off. Buffers belong
+// to the caller, must not be null and must not overlap. Any thread may call any of these.
+#ifndef KEST_TEXT_H
+#define KEST_TEXT_H
+
+#include "kest/export.h"
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+// kest_hexchar_to_binary returns the value 0 to 15 of a hexadecimal digit in either case, and 0
+// for any other character.
+KEST_API uint8_t kest_hexchar_to_binary(char c);
+
+// kest_hexstring_to_binary turns the hexadecimal text `str`, high nibble first, into octets and
+// returns their number. `buf` holds `buf_size` octets, all of which are written: those behind the
+// text become 0. Characters that are no digits count as 0. An odd last digit is the high nibble of
+// an octet of its own. If `buf` is too small it stays untouched, and the result is 0.
+KEST_API uint16_t kest_hexstring_to_binary(const char *str, uint8_t *buf, uint16_t buf_size);
+
+// kest_binary_to_hexchar returns the digit of a nibble, in lower case. With KEST_LOG_ERROR in
+// `log_level` each call writes a line to the debug log, whatever the value. Values above 15 run on
+// past the letters: 16 gives 'g'.
+KEST_API int8_t kest_binary_to_hexchar(uint8_t value);
+
+// kest_binary_to_hexchar_uppercase is kest_binary_to_hexchar with capital letters.
+KEST_API int8_t kest_binary_to_hexchar_uppercase(uint8_t value);
+
+// kest_binary_to_hexstring writes `data_len` octets as hexadecimal text, in lower case, and its
+// terminator. `str` holds `str_size` bytes, all of which are written: those behind the text become
+// 0. If `str_size` is below 2 * `data_len` + 1, `str` stays untouched and the debug log says so.
+KEST_API void kest_binary_to_hexstring(const uint8_t *data, uint16_t data_len, char *str,
+                                       uint16_t str_size);
+
+// kest_binary_to_hexstring_uppercase is kest_binary_to_hexstring with capital letters.
+KEST_API void kest_binary_to_hexstring_uppercase(const uint8_t *data, uint16_t data_len, char *str,
+                                                 uint16_t str_size);
+
+// kest_convert_utf8_to_ucs2 converts well-formed UTF-8 to UTF-16 in the machine's byte order: a
+// character above U+FFFF becomes a surrogate pair. `dst` holds `limit` octets (an odd one stays
+// unused). It returns how many octets it wrote, and writes no terminator. The first bad sequence,
+// or the first character without room, ends the conversion; what came before it stands.
+KEST_API uint16_t kest_convert_utf8_to_ucs2(const char *str, uint16_t limit, uint16_t *dst);
+
+// kest_convert_ucs2_to_utf8 converts `len` octets of UTF-16 in the machine's byte order (an odd
+// last one is not read). `dst` needs `len` * 3 / 2 + 1 bytes. It returns the bytes written without
+// the terminator, cut to 16 bits. A surrogate without its partner becomes a form of three bytes,
+// but a high one at the very end ends the conversion.
+KEST_API uint16_t kest_convert_ucs2_to_utf8(const uint16_t *src, uint16_t len, char *dst);
+
+// kest_convert_ascii_to_utf8 takes each of `len` bytes as the code point of its value; 0x0D is
+// dropped. It returns the bytes written without the terminator. A `dst_size` below 2 * `len` gives
+// 0 with nothing written, and so does one that leaves no room for the terminator.
+KEST_API uint16_t kest_convert_ascii_to_utf8(const uint8_t *src, uint8_t len, char *dst,
+                                             uint16_t dst_size);
+
+// strlen_utf8 returns the number of characters of a UTF-8 text: of bytes that do not have 10 as
+// their top two bits.
+KEST_API int32_t strlen_utf8(const char *s);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,67 @@
+// tests/support/octets.h: octet strings that a person can read.
+#pragma once
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+inline std::string repeat(std::string_view text, size_t times) {
+  std::string out;
+  while (times-- > 0) {
+    out += text;
+  }
+  return out;
+}
+
+// compact drops blanks from a hexadecimal text and writes out "41*3" as "414141".
+inline std::string compact(const std::string &text) {
+  std::istringstream in(text);
+  std::string out;
+  for (std::string token; in >> token;) {
+    const size_t star = token.find('*');
+    out += star == std::string::npos ? token
+                                     : repeat(token.substr(0, star), std::stoul(&token[star + 1]));
+  }
+  return out;
+}
+
+inline std::vector<uint8_t> octets(const std::string &text) {
+  const std::string digits = compact(text);
+  std::vector<uint8_t> out;
+  for (size_t i = 0; i + 1 < digits.size(); i += 2) {
+    out.push_back(static_cast<uint8_t>(std::stoul(digits.substr(i, 2), nullptr, 16)));
+  }
+  return out;
+}
+
+inline std::span<const uint8_t> bytes(std::string_view text) {
+  return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
+}
+
+inline std::string hex(std::span<const uint8_t> data) {
+  std::string out;
+  for (const uint8_t octet : data) {
+    out += {"0123456789ABCDEF"[octet >> 4], "0123456789ABCDEF"[octet & 0xF]};
+  }
+  return out;
+}
+
+inline std::string hex(std::string_view text) {
+  return hex(bytes(text));
+}
+
+// exact_text is `text` in a heap block of its size and a terminator, so that the address sanitizer
+// sees the first byte that is read behind it.
+inline std::unique_ptr<char[]> exact_text(const std::string &text) {
+  auto block = std::make_unique<char[]>(text.size() + 1);
+  memcpy(block.get(), text.c_str(), text.size() + 1);
+  return block;
+}
+
+inline std::string text_of(std::span<const uint8_t> data) {
+  return {data.begin(), data.end()};
+}

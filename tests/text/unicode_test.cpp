@@ -1,0 +1,104 @@
+#include "text/unicode.h"
+
+#include <gtest/gtest.h>
+
+#include "kest/text.h"
+#include "tests/support/vectors.h"
+
+namespace {
+
+using units = std::vector<uint16_t>;
+
+units units_of(const std::vector<uint8_t> &octets) {
+  units out;
+  for (size_t i = 0; i + 1 < octets.size(); i += 2) {
+    out.push_back(static_cast<uint16_t>(octets[i] << 8 | octets[i + 1]));
+  }
+  return out;
+}
+
+units to_ucs2(const std::string &text, uint16_t limit) {
+  units out(limit / 2);
+  out.resize(kest_convert_utf8_to_ucs2(exact_text(text).get(), limit, out.data()) / 2);
+  return out;
+}
+
+std::string to_utf8(const units &source) {
+  std::string out(source.size() * 3 + 1, 'e');
+  const auto len = static_cast<uint16_t>(source.size() * 2 + 1); // the odd octet is not read
+  const uint16_t result = kest_convert_ucs2_to_utf8(source.data(), len, out.data());
+  out.resize(out.find('\0'));
+  EXPECT_EQ(result, static_cast<uint16_t>(out.size()));
+  return out;
+}
+
+TEST(Unicode, Conversions) {
+  for (const json &row : vectors("text/unicode")) {
+    SCOPED_TRACE(row.dump());
+    const std::vector<uint8_t> src = octets_value(row, "src");
+    const std::string dst = row["dst"].is_null() ? "" : hex_value(row, "dst");
+    if (row["function"] == "utf8_to_ucs2") {
+      EXPECT_EQ(to_ucs2(text_of(src), row["size"]), units_of(octets(dst)));
+    } else if (row["function"] == "ucs2_to_utf8") {
+      EXPECT_EQ(hex(to_utf8(units_of(src))), dst);
+    } else if (row["function"] == "utf8_char") {
+      uint16_t value = 0xEEEE;
+      EXPECT_EQ(kest_utf8_char_to_ucs2(src, &value), row["result"]);
+      EXPECT_EQ(value, units_of(octets(dst))[0]);
+    } else { // ascii_to_utf8
+      std::vector<uint8_t> out(row["size"], 0xEE);
+      EXPECT_EQ(kest_convert_ascii_to_utf8(src.data(), static_cast<uint8_t>(src.size()),
+                                           reinterpret_cast<char *>(out.data()), row["size"]),
+                dst.size() / 2);
+      const std::string expected = row["dst"].is_null() ? "" : dst + "00";
+      EXPECT_EQ(hex(out), expected + repeat("EE", out.size() - expected.size() / 2));
+    }
+  }
+  EXPECT_EQ(kest_utf8_char_to_ucs2({}, nullptr), 0);
+  EXPECT_EQ(kest_utf8_char_to_ucs2(bytes("A"), nullptr), 0);
+}
+
+TEST(Unicode, EveryCodePointCrossesBothWays) {
+  for (uint32_t c = 1; c <= 0x10FFFF; ++c) {
+    if (c >= 0xD800 && c <= 0xDFFF) {
+      continue;
+    }
+    const auto high = static_cast<uint16_t>(0xD7C0 + (c >> 10));
+    const auto low = static_cast<uint16_t>(0xDC00 | (c & 0x3FF));
+    const units source = c < 0x10000 ? units{static_cast<uint16_t>(c)} : units{high, low};
+    const std::string text = to_utf8(source);
+    ASSERT_EQ(text.size(), c < 0x80 ? 1u : c < 0x800 ? 2u : c < 0x10000 ? 3u : 4u);
+    ASSERT_EQ(to_ucs2(text, 4), source);
+    uint16_t value = 0;
+    ASSERT_EQ(kest_utf8_char_to_ucs2(bytes(text), &value), text.size());
+    ASSERT_EQ(value, static_cast<uint16_t>(c));
+  }
+}
+
+// All first and second bytes: table 3-7 of the standard.
+TEST(Unicode, LegalSequencesAreThoseOfTheStandard) {
+  for (unsigned pair = 0; pair < 0x10000; ++pair) {
+    const unsigned first = pair >> 8, second = pair & 0xFF;
+    const uint8_t seq[] = {static_cast<uint8_t>(first), static_cast<uint8_t>(second), 0x80, 0xBF};
+    const bool trailing = second >= 0x80 && second <= 0xBF;
+    const bool two = first >= 0xC2 && first <= 0xDF && trailing;
+    const bool three = first >= 0xE0 && first <= 0xEF && trailing && pair >= 0xE0A0 &&
+                       !(pair >= 0xEDA0 && pair <= 0xEDBF);
+    const bool four = pair >= 0xF090 && pair <= 0xF48F && trailing;
+    const bool expected[] = {false, first < 0x80, two, three, four, false, false};
+    for (int32_t length = 0; length <= 6; ++length) {
+      ASSERT_EQ(kest_utf8_is_legal(seq, length), expected[length]) << pair << ' ' << length;
+    }
+  }
+  const uint8_t bad_tails[] = {0xF0, 0x90, 0x80, 0x41, 0xE1, 0x80, 0xC0};
+  EXPECT_EQ(kest_utf8_is_legal(bad_tails, 4), 0);
+  EXPECT_EQ(kest_utf8_is_legal(bad_tails + 4, 3), 0);
+  EXPECT_EQ(kest_utf8_is_legal(bad_tails, -1), 0);
+}
+
+TEST(Unicode, CountsCharacters) {
+  EXPECT_EQ(strlen_utf8("A\u00E9\u20AC"), 3);
+  EXPECT_EQ(strlen_utf8("\x80\xFF\xBF"), 1);
+}
+
+} // namespace
