@@ -1,0 +1,38 @@
+// sms/encode/user_data.h: a text as user data: read, classified by its bytes, and coded in the
+// alphabet that it needs (3GPP TS 23.038, clause 4).
+#pragma once
+#include <cstdint>
+#include <span>
+
+#include "kest/types.h"
+
+// What one message and one segment hold: septets of the 7 bit alphabet, octets of the others. A
+// segment leaves room for the seven octets of its concatenation header.
+constexpr uint16_t MESSAGE_SEPTETS = 160;
+constexpr uint16_t MESSAGE_OCTETS = 140;
+constexpr uint16_t SEGMENT_SEPTETS = 152;
+constexpr uint16_t SEGMENT_OCTETS = 133;
+
+// kest_sms_user_data_limit returns the one of these that holds; `cut` is true for a segment.
+uint16_t kest_sms_user_data_limit(kest_gw_alphabet alphabet, bool cut);
+
+// kest_sms_read_text copies a host's text, or the octets of its hexadecimal text, to the front of
+// `octets` and returns how many these are. Plain text is cut to the size of `octets`, hexadecimal
+// text of more counts as empty. Trace lines carry `log_name`.
+uint16_t kest_sms_read_text(const char *log_name, const char *text, bool is_hex,
+                            std::span<uint8_t> octets);
+
+// kest_sms_select_alphabet returns the alphabet that a UTF-8 text takes. The first byte of 0x80
+// or more, or backtick, decides; control characters do not.
+kest_gw_alphabet kest_sms_select_alphabet(std::span<const uint8_t> text);
+
+// What kest_sms_convert_utf8_to_userdata fills: one septet or octet to an octet.
+using coded_text = std::span<uint8_t, 255>;
+
+// kest_sms_convert_utf8_to_userdata codes `text` up to the limit of a message, or with `cut` of a
+// segment, and returns the septets or octets in `out`, all of which it clears first. `*consumed`
+// becomes the length of `text`, or with `cut` the bytes that were read: more than `text` has, if a
+// sequence is cut off at its end. A null `text` gives 0 and changes nothing. Characters of the 7
+// bit alphabet without a code are left out.
+int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<const uint8_t> text,
+                                          bool cut, uint16_t *consumed, coded_text out);
