@@ -1,0 +1,75 @@
+// kest/sms_decode.h: SMS-DELIVER and SMS-SUBMIT PDUs as a modem reports them, taken apart.
+//
+// `pdu` is hexadecimal text with the service-centre field in front (an octet 0 if there is none),
+// at most 510 characters, not null. Octets behind its end read as 0: a short PDU decodes as if
+// zeros followed. The result is 1 for a decoded PDU, and 0 with a line in the debug log for a
+// refused one; fields that were read before the fault are written all the same.
+//
+// Outputs belong to the caller and have the sizes below; the capacity is not passed. `smsc`,
+// `sender`, `destination`, `timestamp` and `udh` may be null, and are then stepped over. Clear all
+// of them before the call: `smsc` stays untouched if the PDU has none, and neither an alphanumeric
+// address (at most 20 codes of the GSM 7 bit default alphabet, one to a byte) nor a time stamp is
+// terminated. A number is terminated: at most 20 digits, behind a '+' if it is international. Its
+// semi-octets above 9 are '*', '#', 'c', 'd' and 'e'. NOTE: a filler in the midst of a number ends
+// its field there, and all that follows is read from behind it; an address that is stepped over
+// has its whole length.
+//
+// `userdata` receives the message as hexadecimal text of its UTF-8 form, of which 254 octets come
+// out at most. Each 16-bit unit of a UCS-2 message becomes a character of its own, so that a
+// surrogate pair comes out as two forms of three bytes. In 7 bit text without any escape the codes
+// 0x5B to 0x5E, 0x60 and 0x7B to 0x7E come out as the ASCII characters of these values. If a user
+// data header is read and holds no valid concatenation element, the message is no text: `userdata`
+// then receives the whole PDU again. With a null `udh` the header is not read.
+//
+// Data coding schemes 01xx xxxx, which announce automatic deletion, are read as 7 bit text without
+// a class. Any thread may call these functions.
+#ifndef KEST_SMS_DECODE_H
+#define KEST_SMS_DECODE_H
+
+#include "kest/export.h"
+#include "kest/types.h"
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+// What the outputs must hold, in bytes.
+enum {
+  KEST_SMS_ADDRESS_TEXT_SIZE = 22, // '+', 20 digits and a terminator
+  KEST_SMS_TIME_TEXT_SIZE = 23,    // "YYYY/MM/DD,hh:mm:ss+zz", and a terminator of the caller's
+  KEST_SMS_USERDATA_TEXT_SIZE = 511
+};
+
+// kest_sms_decode_gw_deliver_pdu reads an SMS-DELIVER (3GPP TS 23.040, clause 9.2.2.1).
+KEST_API uint32_t kest_sms_decode_gw_deliver_pdu(const char *pdu, char *smsc, char *sender,
+                                                 char *timestamp, char *userdata,
+                                                 kest_sms_udh_info *udh);
+
+// kest_sms_decode_gw_deliver_pdu_v2 also reports the message class, and in `udh_no_concat` whether
+// `userdata` holds the whole PDU (1) or text (0). Set `udh_no_concat` to 0 before the call: it is
+// written only if a header is read. Short messages of type 0 (TP-PID 0x40) are refused.
+KEST_API uint32_t kest_sms_decode_gw_deliver_pdu_v2(const char *pdu, char *smsc, char *sender,
+                                                    char *timestamp, char *userdata,
+                                                    kest_sms_udh_info *udh,
+                                                    kest_sms_msg_class *msg_class,
+                                                    uint32_t *udh_no_concat);
+
+// kest_sms_decode_gw_submit_pdu reads an SMS-SUBMIT (3GPP TS 23.040, clause 9.2.2.2). The validity
+// period is stepped over: one octet in the relative format, seven in the absolute one. NOTE: none
+// in the enhanced one.
+KEST_API uint32_t kest_sms_decode_gw_submit_pdu(const char *pdu, char *smsc, char *destination,
+                                                char *userdata, kest_sms_udh_info *udh);
+
+// kest_sms_decode_gw_submit_pdu_v2 also reports the message class, which is KEST_SMS_CLASS_NONE
+// after a refusal of the PDU's length or type.
+KEST_API uint32_t kest_sms_decode_gw_submit_pdu_v2(const char *pdu, char *smsc, char *destination,
+                                                   char *userdata, kest_sms_udh_info *udh,
+                                                   kest_sms_msg_class *msg_class);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,53 @@
+#include "sms/decode/timestamp.h"
+
+#include <array>
+#include <cstring>
+
+#include "kest/text.h"
+
+namespace {
+
+constexpr size_t TIMESTAMP_SIZE = 7;
+constexpr size_t ZONE_OCTET = 6;
+constexpr unsigned ZONE_NEGATIVE = 0x8;
+constexpr unsigned ZONE_TENS = 0x7;
+constexpr int ZONE_LOWEST = -48; // quarters of an hour
+
+void put_digits(char *text, unsigned tens, unsigned units) {
+  text[0] = static_cast<char>(kest_binary_to_hexchar(static_cast<uint8_t>(tens)));
+  text[1] = static_cast<char>(kest_binary_to_hexchar(static_cast<uint8_t>(units)));
+}
+
+// zone_sign returns the sign that is shown for a time zone octet. The digits are shown as they are.
+char zone_sign(unsigned octet) {
+  const int units = static_cast<int>(octet >> 4);
+  if ((octet & ZONE_NEGATIVE) == 0) {
+    return '+';
+  }
+  const int quarters = -(static_cast<int>(octet & ZONE_TENS) * 10 + units);
+  return quarters >= ZONE_LOWEST && quarters <= -1 ? '-' : '+';
+}
+
+} // namespace
+
+uint32_t kest_sms_decode_timestamp(octet_reader octets, char *text) {
+  if (text == nullptr) {
+    return TIMESTAMP_SIZE;
+  }
+  std::array<uint8_t, TIMESTAMP_SIZE> stamp;
+  read_octets(octets, stamp);
+  memcpy(text, (stamp[0] & 0xF) == 9 ? "19" : "20", 2);
+  constexpr char SEPARATORS[] = {'/', '/', ',', ':', ':'}; // behind each field but the last
+  char *field = text + 2;
+  for (size_t i = 0; i < ZONE_OCTET; ++i) {
+    put_digits(field, stamp[i] & 0xF, stamp[i] >> 4);
+    if (i < sizeof SEPARATORS) {
+      field[2] = SEPARATORS[i];
+    }
+    field += 3;
+  }
+  const unsigned zone = stamp[ZONE_OCTET];
+  text[19] = zone_sign(zone);
+  put_digits(text + 20, zone & ZONE_TENS, zone >> 4);
+  return TIMESTAMP_SIZE;
+}

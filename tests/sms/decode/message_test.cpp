@@ -1,0 +1,122 @@
+#include "tests/support/sms_decoders.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/debug_log.h"
+#include "tests/support/vectors.h"
+
+namespace {
+
+uint32_t decode(const sms_decoder &d, const std::string &pdu, sms_outputs &out) {
+  return d.decode(exact_text(pdu).get(), out, &out.udh);
+}
+
+json taken(const std::vector<char> &text) {
+  return text[0] == '~' ? json() : json(text.data());
+}
+
+// Messages of real networks, and of both sides of each limit. "address" is the sender or the
+// destination; what is missing in a row is left alone by the decoders.
+TEST(DecodeMessage, GivesWhatTheMessageHolds) {
+  for (const json &row : vectors("sms/decode/message")) {
+    for (const sms_decoder &d : SMS_DECODERS) {
+      const bool takes_flag = d.decode == DELIVER_V2.decode;
+      if (row["kind"] != d.kind || (row.contains("flag") && !takes_flag)) {
+        continue;
+      }
+      SCOPED_TRACE(d.name + row.dump());
+      const debug_log log(KEST_LOG_ERROR);
+      sms_outputs out;
+      out.udh_no_concat = row.value("flag", 0u);
+      const std::string line = row.value("line", "");
+      const auto pdu = exact_text(hex_value(row, "pdu"));
+      EXPECT_EQ(d.decode(pdu.get(), out, row.contains("null_udh") ? nullptr : &out.udh),
+                line.empty());
+      EXPECT_EQ(taken(out.smsc), row.value("smsc", json()));
+      EXPECT_EQ(taken(out.address), row.value("address", json()));
+      EXPECT_EQ(taken(out.timestamp), row.value("timestamp", json()));
+      const std::string userdata = row.contains("userdata") ? hex_value(row, "userdata") : "";
+      EXPECT_EQ(std::string(out.userdata.begin(), out.userdata.end()),
+                line.empty() ? userdata + std::string(511 - userdata.size(), '\0')
+                             : std::string(511, '~'));
+      EXPECT_EQ(out.msg_class, d.v2 ? row["msg_class"].get<uint32_t>() : 99);
+      EXPECT_EQ(out.udh_no_concat, takes_flag ? row.value("udh_no_concat", 0u) : 0);
+      const json udh = row.value("udh", json::object());
+      EXPECT_EQ(out.udh.iei, udh.value("iei", 0));
+      EXPECT_EQ(out.udh.reference, udh.value("reference", 0));
+      EXPECT_EQ(out.udh.total, udh.value("total", 0));
+      EXPECT_EQ(out.udh.sequence, udh.value("sequence", 0));
+      EXPECT_EQ(out.udh.dest_port, udh.value("dest_port", 0));
+      EXPECT_EQ(out.udh.orig_port, udh.value("orig_port", 0));
+      log_lines own = log.lines(); // without those of digits and headers
+      std::erase_if(own, [&](auto &text) { return !text.starts_with(d.name + std::string(" ")); });
+      EXPECT_EQ(own, line.empty() ? log_lines{} : log_lines{d.name + (" " + line)});
+    }
+  }
+}
+
+// 3GPP TS 23.038, clause 4: alphabet and class of all octets, shown by one octet E8: "h" in 7 bit
+// text, "è" in 8 bit data, U+E800 in UCS-2.
+TEST(DecodeMessage, DataCodingSchemes) {
+  const char *const texts[] = {"68", "c3a8", "eea080", "68"};
+  for (unsigned dcs = 0; dcs < 256; ++dcs) {
+    SCOPED_TRACE(dcs);
+    const unsigned group = dcs >> 4;
+    const bool has_class = group == 1 || group == 3 || group == 15;
+    const unsigned general = dcs >> 2 & 3, closing = group == 15 ? general & 1 : 0;
+    const unsigned alphabet = group < 4 ? general : group == 14 ? 2 : closing;
+    const std::string octet = hex(std::vector<uint8_t>{static_cast<uint8_t>(dcs)});
+    const std::string deliver = "00040181F100" + octet + "1210321105022301E8";
+    const std::string submit = "0001000181F100" + octet + "01E8";
+    for (const sms_decoder &d : {DELIVER_V2, SUBMIT_V2}) {
+      const debug_log log(KEST_LOG_DEBUG);
+      sms_outputs out;
+      EXPECT_EQ(decode(d, d.kind == std::string("deliver") ? deliver : submit, out), 1u);
+      EXPECT_STREQ(out.userdata.data(), texts[alphabet]);
+      EXPECT_EQ(out.msg_class, has_class ? dcs & 3 : 4);
+      const std::string name = std::string(d.name) + " alphabet: ";
+      EXPECT_EQ(log.lines().at(0), name + std::to_string(alphabet));
+      EXPECT_EQ(log.lines().at(1), name + std::to_string(alphabet % 3));
+    }
+  }
+}
+
+TEST(DecodeMessage, TypeZeroIsRefusedByTheFunctionThatReportsClasses) {
+  const std::string pdu = "00040181F140111210321105022300";
+  const debug_log log(KEST_LOG_ERROR);
+  sms_outputs accepted, out;
+  EXPECT_EQ(decode(DELIVER, pdu, accepted), 1u);
+  EXPECT_EQ(decode(DELIVER_V2, pdu, out), 0u);
+  EXPECT_EQ(taken(out.address), "1");
+  EXPECT_EQ(taken(out.timestamp), json());
+  EXPECT_EQ(out.msg_class, 99u);
+  EXPECT_EQ(log.lines().back(),
+            "kest_sms_decode_gw_deliver_pdu_v2 ignore PID = WMS_PID_SM_TYPE_0 !!!");
+}
+
+TEST(DecodeMessage, NullOutputsAreSteppedOver) {
+  const char *const pdu = "07912143658709F1040181F100001210321105022305E8329BFD06";
+  char text[KEST_SMS_USERDATA_TEXT_SIZE];
+  EXPECT_EQ(kest_sms_decode_gw_deliver_pdu(pdu, nullptr, nullptr, nullptr, text, nullptr), 1u);
+  EXPECT_STREQ(text, "68656c6c6f");
+}
+
+// Every prefix of the messages, and changes of their first octets, to all decoders.
+TEST(DecodeMessage, HostileInputEndsInAResult) {
+  for (const json &row : vectors("sms/decode/message")) {
+    const std::string pdu = hex_value(row, "pdu");
+    sms_outputs out;
+    for (const sms_decoder &d : SMS_DECODERS) {
+      for (size_t size = 0; size <= pdu.size(); ++size) {
+        EXPECT_LE(decode(d, pdu.substr(0, size), out), 1u);
+      }
+      for (size_t i = 0; i + 2 <= pdu.size() && i < 80; i += 2) {
+        for (const char *octet : {"00", "01", "7F", "80", "8C", "A0", "D0", "F0", "FF"}) {
+          EXPECT_LE(decode(d, std::string(pdu).replace(i, 2, octet), out), 1u);
+        }
+      }
+    }
+  }
+}
+
+} // namespace

@@ -1,0 +1,76 @@
+#include "sms/decode/user_data_header.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/debug_log.h"
+#include "tests/support/vectors.h"
+
+namespace {
+
+const std::string NAME = "kest_decode_user_data_header ";
+
+TEST(UserDataHeader, WalksItsElements) {
+  for (const json &row : vectors("sms/decode/user_data_header")) {
+    if (!row.contains("header")) {
+      continue;
+    }
+    SCOPED_TRACE(row.dump());
+    const debug_log log(KEST_LOG_ERROR);
+    const std::vector<uint8_t> header = octets_value(row, "header");
+    kest_sms_udh_info udh;
+    memset(&udh, 0xEE, sizeof udh); // what the caller put there
+    uint32_t flag = 0xEEEE;
+    EXPECT_EQ(kest_decode_user_data_header({header}, &udh, &flag), header[0]);
+    const json &expected = row["udh"];
+    EXPECT_EQ(udh.iei, expected.value("iei", 0xEEEE));
+    EXPECT_EQ(udh.reference, expected.value("reference", 0xEEEE));
+    EXPECT_EQ(udh.total, expected.value("total", 0xEE));
+    EXPECT_EQ(udh.sequence, expected.value("sequence", 0xEE));
+    EXPECT_EQ(udh.dest_port, expected.value("dest_port", 0xEEEE));
+    EXPECT_EQ(udh.orig_port, expected.value("orig_port", 0xEEEE));
+    EXPECT_EQ(flag, row["flag"]);
+    const std::string line = row.value("line", "");
+    EXPECT_EQ(log.lines(), line.empty() ? log_lines{} : log_lines{NAME + line});
+  }
+}
+
+// Every length of every identifier; those from 253 on can end the walk by themselves.
+TEST(UserDataHeader, LengthTests) {
+  const json rows = vectors("sms/decode/user_data_header");
+  const json &lengths = rows.back()["lengths"];
+  for (unsigned iei = 0; iei <= 0xFF; ++iei) {
+    const debug_log log(KEST_LOG_ERROR);
+    const std::string key = hex(std::vector<uint8_t>{static_cast<uint8_t>(iei)});
+    const json bounds = lengths.value(key, json{0, 226});
+    log_lines expected;
+    for (unsigned length = 0; length < 253; ++length) {
+      // An octet of 1 satisfies a concatenation, and 1 x (length - 3) the size of a picture.
+      std::vector<uint8_t> header = octets("02" + key + "00 01 01 00 01");
+      header[2] = static_cast<uint8_t>(length);
+      header[5] = static_cast<uint8_t>(iei == 0x12 ? length - 3 : 1);
+      kest_sms_udh_info udh = {};
+      uint32_t flag = 0;
+      kest_decode_user_data_header({header}, &udh, &flag);
+      if (length < bounds[0] || length > bounds[1]) {
+        expected.push_back(NAME + "UDH invalid data length = " + std::to_string(length) + " !!!");
+      } else if (iei == 0x12 && length < 3) {
+        expected.push_back(NAME + "UDH Header pic size value mismatch with heigt and weight !!!");
+      }
+    }
+    EXPECT_EQ(log.lines(), expected) << key;
+  }
+}
+
+TEST(UserDataHeader, NullPointers) {
+  const debug_log log;
+  kest_sms_udh_info udh = {};
+  uint32_t flag = 7;
+  const std::vector<uint8_t> header = octets("05 00032A0301");
+  EXPECT_EQ(kest_decode_user_data_header({}, &udh, &flag), 0u);
+  EXPECT_EQ(kest_decode_user_data_header({header}, nullptr, &flag), 5u);
+  EXPECT_EQ(flag, 7u);
+  const std::string skipped = "udh_ptr null pointer, skip user data header parsing !!!";
+  EXPECT_EQ(log.lines(), (log_lines{NAME + "data_ptr null pointer !!!", NAME + skipped}));
+}
+
+} // namespace
