@@ -1,0 +1,71 @@
+#!/usr/bin/env bash
+# kest_test.sh KEST: the host program as its users call it. Output, errors and exit statuses.
+set -uo pipefail
+kest=$1
+failed=0
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+# expect STATUS OUTPUT ERROR ARGUMENTS...: ERROR is a piece of standard error, "" for none. Standard
+# input is that of the caller.
+expect() {
+  local status=$1 output=$2 error=$3
+  shift 3
+  local got
+  got=$("$kest" "$@" 2>"$folder/stderr")
+  local got_status=$?
+  local got_error
+  got_error=$(cat "$folder/stderr")
+  if [ "$got_status" != "$status" ] || [ "$got" != "$output" ] ||
+    { [ -z "$error" ] && [ -n "$got_error" ]; } || [[ "$got_error" != *"$error"* ]]; then
+    printf 'kest %s\n  status %s, expected %s\n  output: %s\n  expected: %s\n  error: %s\n' \
+      "$*" "$got_status" "$status" "$got" "$output" "$got_error"
+    failed=1
+  fi
+}
+
+expect 0 $'AT+CMGS=18\n0011000A8121436587090000AD05E8329BFD06' '' submit 1234567890 hello
+expect 0 '{"type":"SUBMIT","length":12,"pdu":"07911326040000F03100049194710018AD0220AC"}' '' \
+  submit --json --status-report --class 0 --smsc +31624000000 +4917 €
+expect 0 $'AT+CMGS=18\n001100049194710008AD080078D83DDE000079' '' submit +4917 x😀y
+expect 0 $'AT+CMGS=18\n00000491947100001121133295858003613D1D' '' \
+  deliver +4917 --time 2011/12/31,23:59:58+08 azt
+expect 0 $'SMS-DELIVER\n  service centre +447785016005\n  from           sipgate
+  time           2008/08/13 12:07:22 +01:00\n  text           Testmail' '' \
+  decode 0791447758100650040dd0f334fc1ca6970100008080312170224008d4f29cde0ea7d9
+expect 0 '{"type":"SUBMIT","destination":"1234567890","text":"hello"}' '' \
+  decode --json --direction sent 0011000A8121436587090000AD05E8329BFD06
+# What came from the air does not steer the terminal; a lone surrogate does not break the output.
+expect 0 $'SMS-SUBMIT\n  to             1\n  text           \\x1b[2\\x9b\n                 �' '' \
+  decode 0001000181F100080C001B005B0032009B000AD83D
+printf '0011000181F10000AD0161\r\n+CMT: ,5\n\nzz\n0002\n0011000181F10000AD0162\n' |
+  expect 1 $'{"type":"SUBMIT","destination":"1","text":"a"}\n{"type":"SUBMIT","destination":"1","text":"b"}' \
+    $'kest: line 4: not hexadecimal text: \'zz\'\nkest: line 5: ' decode --json -
+
+# Errors of the work: status 1. Bad usage: status 2. Nothing on standard output.
+expect 1 '' 'refuses this SUBMIT' decode 0001000181F100048D
+expect 1 '' 'STATUS-REPORT' decode 0002
+expect 1 '' 'no SUBMIT' decode --direction sent 0004
+expect 1 '' "can't open" log "$folder/none"
+expect 2 '' 'the number is empty' submit '' hello
+expect 2 '' 'is no number' submit 12x4 hello
+expect 2 '' 'more than 20 digits' submit 123456789012345678901 hello
+expect 2 '' 'not hexadecimal' submit --hex 1 4g
+expect 2 '' 'not hexadecimal' decode 0011z
+expect 2 '' 'not expected: --bogus' decode --bogus 00
+expect 2 '' 'a time is' deliver 1 a --time yesterday
+expect 2 '' 'subcommand is required'
+expect 0 $'AT+CMGS=149\n0011000181F10000ADA0'"$(printf 'E170381C0E87C3%.0s' {1..20})" \
+  'a receiver reads' submit 1 "$(printf 'a%.0s' {1..161})"
+for command in '' submit deliver decode log; do
+  # shellcheck disable=SC2086
+  "$kest" $command --help | grep -q Usage || { echo "no help for '$command'" && failed=1; }
+done
+
+# The debug log comes back as plain text.
+"$kest" --trace "$folder/log" submit 1 --hex 41 >"$folder/out"
+"$kest" log "$folder/log" | grep -qE '^[0-9/]+ [0-9:]+, pid: *[0-9]+, kest_sms_encode_gw_submit_pdu_with_validity buf\[0\]: 0x41$' ||
+  { echo 'no such line in the log' && failed=1; }
+"$kest" log --json "$folder/log" | grep -qE '^\{"time":"[0-9/]+ [0-9:]+","pid":[0-9]+,"text":"kest_sms_encode_gw_submit_pdu_with_validity buf_len: 1"\}$' ||
+  { echo 'no such object in the log' && failed=1; }
+exit "$failed"

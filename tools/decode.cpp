@@ -1,0 +1,249 @@
+// kest decode: PDUs as a modem reports them.
+#include <array>
+#include <iostream>
+#include <memory>
+
+#include "kest/kest.h"
+#include "tools/commands.h"
+#include "tools/text_view.h"
+
+namespace {
+
+struct decode_options {
+  std::string pdu;
+  std::string direction = "auto";
+  bool json = false;
+};
+
+// TP-MTI (3GPP TS 23.040, clause 9.2.3.1). The numbers stand for other types in the other
+// direction; 0 and the reserved 3 are a DELIVER if received.
+constexpr unsigned MTI_SUBMIT = 1;
+constexpr unsigned MTI_STATUS_REPORT = 2;
+
+struct decoded_message {
+  const char *type = "";
+  std::string smsc = {}, address = {}, timestamp = {}, userdata = {};
+  kest_sms_udh_info udh = {};
+  kest_sms_msg_class msg_class = KEST_SMS_CLASS_NONE;
+  bool is_text = true; // if not, `userdata` is the whole PDU
+};
+
+size_t tpdu_offset(const std::vector<uint8_t> &octets) {
+  return octets.empty() ? 0 : octets[0] + 1u;
+}
+
+unsigned message_type(const std::vector<uint8_t> &octets) {
+  const size_t offset = tpdu_offset(octets);
+  if (offset >= octets.size()) {
+    throw command_failure("the PDU ends ahead of its first octet");
+  }
+  return octets[offset] & 3u;
+}
+
+// address_text returns `text`, or for an alphanumeric address at `offset`, which the library leaves
+// as septets, its characters.
+std::string address_text(const std::vector<uint8_t> &octets, size_t offset, const char *text) {
+  constexpr unsigned TYPE_ALPHANUMERIC = 5;
+  if (offset + 2 > octets.size() || (octets[offset + 1] >> 4 & 7) != TYPE_ALPHANUMERIC) {
+    return text;
+  }
+  const std::span<const uint8_t> packed = std::span(octets).subspan(offset + 2);
+  const size_t semi_octets = std::min<size_t>(octets[offset], 2 * packed.size());
+  return gsm_text(packed.first((semi_octets + 1) / 2), semi_octets * 4 / 7);
+}
+
+decoded_message decode_deliver(const std::string &pdu, const std::vector<uint8_t> &octets) {
+  std::array<char, KEST_SMS_ADDRESS_TEXT_SIZE> smsc = {}, sender = {};
+  std::array<char, KEST_SMS_TIME_TEXT_SIZE> timestamp = {};
+  std::array<char, KEST_SMS_USERDATA_TEXT_SIZE> userdata = {};
+  decoded_message message = {.type = "DELIVER"};
+  uint32_t udh_no_concat = 0;
+  if (kest_sms_decode_gw_deliver_pdu_v2(pdu.c_str(), smsc.data(), sender.data(), timestamp.data(),
+                                        userdata.data(), &message.udh, &message.msg_class,
+                                        &udh_no_concat) == 0) {
+    throw command_failure("the library refuses this DELIVER; --trace tells why");
+  }
+  message.smsc = smsc.data();
+  message.address = address_text(octets, tpdu_offset(octets) + 1, sender.data());
+  message.timestamp = timestamp.data();
+  message.userdata = userdata.data();
+  message.is_text = udh_no_concat == 0;
+  return message;
+}
+
+decoded_message decode_submit(const std::string &pdu, const std::vector<uint8_t> &octets) {
+  constexpr unsigned TP_UDHI = 0x40;
+  std::array<char, KEST_SMS_ADDRESS_TEXT_SIZE> smsc = {}, destination = {};
+  std::array<char, KEST_SMS_USERDATA_TEXT_SIZE> userdata = {};
+  decoded_message message = {.type = "SUBMIT"};
+  if (kest_sms_decode_gw_submit_pdu_v2(pdu.c_str(), smsc.data(), destination.data(),
+                                       userdata.data(), &message.udh, &message.msg_class) == 0) {
+    throw command_failure("the library refuses this SUBMIT; --trace tells why");
+  }
+  message.smsc = smsc.data();
+  message.address = address_text(octets, tpdu_offset(octets) + 2, destination.data());
+  message.userdata = userdata.data();
+  // This decoder keeps its flag to itself: a header without a concatenation element makes no text.
+  const bool has_header = (octets[tpdu_offset(octets)] & TP_UDHI) != 0;
+  message.is_text = !has_header || message.udh.total != 0;
+  return message;
+}
+
+decoded_message decode(const std::string &pdu, const std::string &direction) {
+  if (pdu.empty() || !is_hex_text(pdu)) {
+    throw command_failure("not hexadecimal text: '" + printable(pdu) + "'");
+  }
+  const std::vector<uint8_t> octets = octets_of(pdu);
+  const unsigned type = message_type(octets);
+  if (type == MTI_STATUS_REPORT) {
+    throw command_failure("a STATUS-REPORT or COMMAND is not decoded");
+  }
+  if (direction == "sent" && type != MTI_SUBMIT) {
+    throw command_failure("no SUBMIT; of what is sent, nothing else is decoded");
+  }
+  if (direction == "received" && type == MTI_SUBMIT) {
+    throw command_failure("a received SUBMIT-REPORT is not decoded");
+  }
+  return type == MTI_SUBMIT ? decode_submit(pdu, octets) : decode_deliver(pdu, octets);
+}
+
+std::string text_of(const decoded_message &message) {
+  const std::vector<uint8_t> octets = octets_of(message.userdata);
+  return join_surrogates({reinterpret_cast<const char *>(octets.data()), octets.size()});
+}
+
+// readable_time shows the zone in hours and minutes, which the PDU gives in quarters of an hour.
+std::string readable_time(const std::string &timestamp) {
+  const int quarters = atoi(timestamp.c_str() + 20);
+  char zone[24];
+  snprintf(zone, sizeof zone, " %c%02d:%02d", timestamp[19], quarters / 4, quarters % 4 * 15);
+  return timestamp.substr(0, 10) + " " + timestamp.substr(11, 8) + zone;
+}
+
+void print_row(const char *name, const std::string &value) {
+  std::string shown = printable(value);
+  for (size_t i = 0; (i = shown.find('\n', i)) != std::string::npos; i += 18) {
+    shown.insert(i + 1, 17, ' ');
+  }
+  std::cout << "  " << name << std::string(15 - std::string_view(name).size(), ' ') << shown
+            << '\n';
+}
+
+void print_readable(const decoded_message &message) {
+  std::cout << "SMS-" << message.type << '\n';
+  if (!message.smsc.empty()) {
+    print_row("service centre", message.smsc);
+  }
+  print_row(message.timestamp.empty() ? "to" : "from", message.address);
+  if (!message.timestamp.empty()) {
+    print_row("time", readable_time(message.timestamp));
+  }
+  if (message.msg_class != KEST_SMS_CLASS_NONE) {
+    print_row("class", std::to_string(message.msg_class));
+  }
+  if (message.udh.total != 0) {
+    print_row("segment", std::to_string(message.udh.sequence) + " of " +
+                             std::to_string(message.udh.total) + ", reference " +
+                             std::to_string(message.udh.reference));
+  }
+  if (message.udh.dest_port != 0 || message.udh.orig_port != 0) {
+    print_row("ports", "to " + std::to_string(message.udh.dest_port) + ", from " +
+                           std::to_string(message.udh.orig_port));
+  }
+  if (message.is_text) {
+    print_row("text", text_of(message));
+  } else {
+    print_row("no text", message.userdata);
+  }
+}
+
+void print_as_json(const decoded_message &message) {
+  nlohmann::ordered_json object = {{"type", message.type}};
+  if (!message.smsc.empty()) {
+    object["smsc"] = message.smsc;
+  }
+  object[message.timestamp.empty() ? "destination" : "sender"] = message.address;
+  if (!message.timestamp.empty()) {
+    object["timestamp"] = message.timestamp;
+  }
+  if (message.msg_class != KEST_SMS_CLASS_NONE) {
+    object["class"] = message.msg_class;
+  }
+  if (message.udh.total != 0) {
+    object["segment"] = {{"reference", message.udh.reference},
+                         {"total", message.udh.total},
+                         {"sequence", message.udh.sequence}};
+  }
+  if (message.udh.dest_port != 0 || message.udh.orig_port != 0) {
+    object["ports"] = {{"destination", message.udh.dest_port},
+                       {"originator", message.udh.orig_port}};
+  }
+  if (message.is_text) {
+    object["text"] = text_of(message);
+  } else {
+    object["pdu"] = message.userdata;
+  }
+  print_json(object);
+}
+
+void decode_and_print(const std::string &pdu, const decode_options &options) {
+  const decoded_message message = decode(pdu, options.direction);
+  if (options.json) {
+    print_as_json(message);
+  } else {
+    print_readable(message);
+  }
+}
+
+// decode_lines reads one PDU a line. A modem's commands and answers between them, and blank lines,
+// are passed over; a line that fails is named, and does not stop the others.
+void decode_lines(const decode_options &options) {
+  size_t number = 0;
+  size_t failed = 0;
+  for (std::string line; std::getline(std::cin, line);) {
+    ++number;
+    line.erase(line.find_last_not_of(" \t\r") + 1);
+    if (line.empty() || line.starts_with("AT") || line.starts_with('+')) {
+      continue;
+    }
+    try {
+      decode_and_print(line, options);
+    } catch (const command_failure &failure) {
+      std::cerr << "kest: line " << number << ": " << failure.what() << '\n';
+      ++failed;
+    }
+  }
+  if (failed > 0) {
+    throw command_failure(std::to_string(failed) + " of the PDUs failed");
+  }
+}
+
+void run(const decode_options &options) {
+  if (options.pdu == "-") {
+    decode_lines(options);
+    return;
+  }
+  if (options.pdu.empty() || !is_hex_text(options.pdu)) {
+    throw CLI::ValidationError("pdu", "not hexadecimal text: '" + options.pdu + "'");
+  }
+  decode_and_print(options.pdu, options);
+}
+
+} // namespace
+
+void add_decode_command(CLI::App &app) {
+  const auto options = std::make_shared<decode_options>();
+  CLI::App *command = app.add_subcommand("decode", "Decode an SMS-DELIVER or SMS-SUBMIT PDU");
+  command
+      ->add_option("pdu", options->pdu,
+                   "Hexadecimal text with the service-centre field in front, or - to read one PDU "
+                   "a line from standard input")
+      ->required();
+  command
+      ->add_option("--direction", options->direction,
+                   "Which way the PDU went: types share their numbers. auto takes any")
+      ->check(CLI::IsMember({"auto", "received", "sent"}))
+      ->capture_default_str();
+  command->add_flag("--json", options->json, "Write a JSON object for each PDU");
+  command->callback([options] { run(*options); });
+}

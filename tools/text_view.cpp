@@ -1,0 +1,133 @@
+#include "tools/text_view.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <iostream>
+
+#include "kest/kest.h"
+
+namespace {
+
+constexpr size_t MAX_OCTETS = 0x7FFF; // their text still fits the library's 16-bit sizes
+
+bool is_lead_of_four(char c) {
+  return (static_cast<uint8_t>(c) & 0xF8) == 0xF0;
+}
+
+void append_three_bytes(std::string &out, unsigned unit) {
+  out += static_cast<char>(0xE0 | unit >> 12);
+  out += static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+  out += static_cast<char>(0x80 | (unit & 0x3F));
+}
+
+// surrogate_at returns the unit of a surrogate's three bytes at the start of `text`, or 0.
+unsigned surrogate_at(std::string_view text) {
+  if (text.size() < 3 || static_cast<uint8_t>(text[0]) != 0xED ||
+      static_cast<uint8_t>(text[1]) < 0xA0) {
+    return 0;
+  }
+  return 0xD000u | (static_cast<uint8_t>(text[1]) & 0x3Fu) << 6 |
+         (static_cast<uint8_t>(text[2]) & 0x3Fu);
+}
+
+} // namespace
+
+bool is_hex_text(std::string_view text) {
+  return text.size() % 2 == 0 && std::all_of(text.begin(), text.end(), [](char c) {
+           return std::isxdigit(static_cast<unsigned char>(c)) != 0;
+         });
+}
+
+std::vector<uint8_t> octets_of(const std::string &hex) {
+  std::vector<uint8_t> octets(std::min(hex.size() / 2, MAX_OCTETS));
+  octets.resize(
+      kest_hexstring_to_binary(hex.c_str(), octets.data(), static_cast<uint16_t>(octets.size())));
+  return octets;
+}
+
+std::string hex_of(std::span<const uint8_t> octets) {
+  const size_t count = std::min(octets.size(), MAX_OCTETS);
+  std::string hex(2 * count + 1, '\0');
+  kest_binary_to_hexstring_uppercase(octets.data(), static_cast<uint16_t>(count), hex.data(),
+                                     static_cast<uint16_t>(hex.size()));
+  hex.resize(2 * count);
+  return hex;
+}
+
+std::string split_surrogates(std::string_view text) {
+  std::string out;
+  for (size_t i = 0; i < text.size();) {
+    uint16_t units[2] = {};
+    if (is_lead_of_four(text[i]) && i + 4 <= text.size() &&
+        kest_convert_utf8_to_ucs2(std::string(text.substr(i, 4)).c_str(), sizeof units, units) ==
+            sizeof units) {
+      append_three_bytes(out, units[0]);
+      append_three_bytes(out, units[1]);
+      i += 4;
+    } else {
+      out += text[i++];
+    }
+  }
+  return out;
+}
+
+std::string join_surrogates(std::string_view text) {
+  std::string out;
+  for (size_t i = 0; i < text.size();) {
+    const unsigned high = surrogate_at(text.substr(i));
+    if (high == 0) {
+      out += text[i++];
+      continue;
+    }
+    const unsigned low = surrogate_at(text.substr(i + 3));
+    if (high < 0xDC00 && low >= 0xDC00) {
+      const uint16_t units[2] = {static_cast<uint16_t>(high), static_cast<uint16_t>(low)};
+      char character[sizeof units * 3 / 2 + 1];
+      kest_convert_ucs2_to_utf8(units, sizeof units, character);
+      out += character;
+      i += 6;
+    } else {
+      out += "\uFFFD";
+      i += 3;
+    }
+  }
+  return out;
+}
+
+std::string gsm_text(std::span<const uint8_t> packed, size_t septets) {
+  // The library maps septets as the user data of a message: a DELIVER with nothing else in it.
+  std::vector<uint8_t> pdu = {0x00, 0x04, 0x00, 0x81, 0x00, 0x00};
+  pdu.resize(pdu.size() + 7); // time stamp
+  pdu.push_back(static_cast<uint8_t>(septets));
+  pdu.insert(pdu.end(), packed.begin(), packed.end());
+  char userdata[KEST_SMS_USERDATA_TEXT_SIZE] = "";
+  kest_sms_decode_gw_deliver_pdu(hex_of(pdu).c_str(), nullptr, nullptr, nullptr, userdata, nullptr);
+  const std::vector<uint8_t> text = octets_of(userdata);
+  return {text.begin(), text.end()};
+}
+
+std::string printable(std::string_view text) {
+  std::string out;
+  for (size_t i = 0; i < text.size(); ++i) {
+    auto c = static_cast<uint8_t>(text[i]);
+    bool control = c != '\n' && std::iscntrl(c) != 0;
+    if (c == 0xC2 && i + 1 < text.size() && static_cast<uint8_t>(text[i + 1]) < 0xA0) {
+      c = static_cast<uint8_t>(text[++i]); // U+0080 to U+009F
+      control = true;
+    }
+    if (control) {
+      char escaped[8];
+      snprintf(escaped, sizeof escaped, "\\x%02x", c);
+      out += escaped;
+    } else {
+      out += text[i];
+    }
+  }
+  return out;
+}
+
+void print_json(const nlohmann::ordered_json &object) {
+  using json = nlohmann::ordered_json;
+  std::cout << object.dump(-1, ' ', false, json::error_handler_t::replace) << '\n';
+}

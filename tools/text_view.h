@@ -1,0 +1,36 @@
+// tools/text_view.h: texts as a person expects them.
+#pragma once
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+// is_hex_text tells whether `text` is hexadecimal digits, two to an octet.
+bool is_hex_text(std::string_view text);
+
+// octets_of returns the octets of at most 65534 hexadecimal digits.
+std::vector<uint8_t> octets_of(const std::string &hex);
+
+// hex_of returns octets as hexadecimal text in capital letters, as modems write them.
+std::string hex_of(std::span<const uint8_t> octets);
+
+// split_surrogates gives each character above U+FFFF of a UTF-8 text the two forms of three bytes
+// of its surrogates. The encoders cut a code point to 16 bits, but send these as a proper pair.
+std::string split_surrogates(std::string_view text);
+
+// join_surrogates undoes that: the decoders hand back each 16-bit unit by itself. A surrogate
+// without its partner becomes U+FFFD.
+std::string join_surrogates(std::string_view text);
+
+// gsm_text returns the text of packed septets of the GSM 7 bit default alphabet, at most 160.
+std::string gsm_text(std::span<const uint8_t> packed, size_t septets);
+
+// printable shows control characters other than line feeds as \xNN: what came from the air must
+// not steer a terminal.
+std::string printable(std::string_view text);
+
+// print_json writes one object as one line. Bytes that are no UTF-8 become U+FFFD.
+void print_json(const nlohmann::ordered_json &object);
