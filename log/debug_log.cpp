@@ -44,14 +44,10 @@ void format_prefix(char (&prefix)[PREFIX_SIZE]) {
            static_cast<int>(getpid()));
 }
 
-// complement inverts the bits of each byte. A byte 0xFF becomes the terminator: the text ends
-// there.
+// complement inverts the bits of each byte. A byte 0xFF becomes a terminator: the text ends there.
 void complement(char *text) {
   for (; *text != '\0'; ++text) {
     *text = static_cast<char>(~*text);
-    if (*text == '\0') {
-      return;
-    }
   }
 }
 
