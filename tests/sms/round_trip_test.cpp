@@ -85,21 +85,21 @@ TEST(RoundTrip, EveryAlphabetWithAndWithoutHeader) {
 // Any number and text end in a result; the buffers have their documented sizes to the octet.
 TEST(RoundTrip, AnyNumberAndTextEndInAResult) {
   std::mt19937 random(7);
+  const auto some_bytes = [&](size_t max, unsigned top) {
+    std::string text;
+    for (size_t left = random() % max; left > 0; --left) {
+      text += static_cast<char>(1 + random() % top);
+    }
+    return exact_text(text);
+  };
   for (unsigned run = 0; run < 4000; ++run) {
-    std::string number(random() % 30, '\0'), text(random() % 300, '\0');
-    for (char *c = &number[0]; c < &number[number.size()]; ++c) {
-      *c = static_cast<char>(1 + random() % 255);
-    }
-    for (char *c = &text[0]; c < &text[text.size()]; ++c) {
-      *c = static_cast<char>(1 + random() % (run % 2 == 0 ? 255 : 127));
-    }
-    const auto to = exact_text(number), exact = exact_text(text);
+    const auto number = some_bytes(30, 255), text = some_bytes(300, run % 2 == 0 ? 255 : 127);
     std::vector<uint8_t> submit(KEST_SMS_SUBMIT_PDU_SIZE), deliver(KEST_SMS_DELIVER_PDU_SIZE);
     const kest_sms_encode_options options = {1, 0, static_cast<uint8_t>(run % 3), 2, 1};
-    EXPECT_LE(kest_sms_encode_gw_submit_pdu_detail(to.get(), exact.get(), 1, run % 5 == 0, &options,
-                                                   submit.data(), 165),
+    EXPECT_LE(kest_sms_encode_gw_submit_pdu_detail(number.get(), text.get(), 1, run % 5 == 0,
+                                                   &options, submit.data(), 165),
               165u);
-    EXPECT_LE(kest_sms_encode_gw_deliver_pdu_detail(to.get(), exact.get(), exact.get(), 1,
+    EXPECT_LE(kest_sms_encode_gw_deliver_pdu_detail(number.get(), text.get(), text.get(), 1,
                                                     run % 5 == 0, &options, deliver.data(), 170),
               170u);
   }
