@@ -89,9 +89,16 @@ decoded_message decode_submit(const std::string &pdu, const std::vector<uint8_t>
   return message;
 }
 
+// hex_fault tells what is wrong with the text of a PDU; "" if nothing is.
+std::string hex_fault(const std::string &pdu) {
+  return !pdu.empty() && is_hex_text(pdu)
+             ? ""
+             : "not hexadecimal text, two digits to an octet: '" + printable(pdu) + "'";
+}
+
 decoded_message decode(const std::string &pdu, const std::string &direction) {
-  if (pdu.empty() || !is_hex_text(pdu)) {
-    throw command_failure("not hexadecimal text: '" + printable(pdu) + "'");
+  if (const std::string fault = hex_fault(pdu); !fault.empty()) {
+    throw command_failure(fault);
   }
   const std::vector<uint8_t> octets = octets_of(pdu);
   const unsigned type = message_type(octets);
@@ -223,8 +230,8 @@ void run(const decode_options &options) {
     decode_lines(options);
     return;
   }
-  if (options.pdu.empty() || !is_hex_text(options.pdu)) {
-    throw CLI::ValidationError("pdu", "not hexadecimal text: '" + options.pdu + "'");
+  if (const std::string fault = hex_fault(options.pdu); !fault.empty()) {
+    throw CLI::ValidationError("pdu", fault);
   }
   decode_and_print(options.pdu, options);
 }

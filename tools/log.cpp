@@ -1,8 +1,8 @@
 // kest log: a debug log file as plain text.
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <memory>
-#include <regex>
 
 #include "tools/commands.h"
 #include "tools/text_view.h"
@@ -27,12 +27,14 @@ std::string plain_text(std::string record) {
 }
 
 void print_as_json(const std::string &record) {
-  static const std::regex shape(R"((\d{4}/\d\d/\d\d \d\d:\d\d:\d\d), pid: *(\d+), ([^]*))");
-  std::smatch parts;
-  if (std::regex_match(record, parts, shape)) {
-    print_json(
-        {{"time", parts[1].str()}, {"pid", std::stoul(parts[2].str())}, {"text", parts[3].str()}});
-  } else {
+  char time[20] = "";
+  int pid = 0, prefix_size = 0;
+  sscanf(record.c_str(), "%19[0-9/: ], pid:%d,%n", time, &pid, &prefix_size);
+  const auto text_at = static_cast<size_t>(prefix_size) + 1; // behind a blank
+  if (prefix_size > 0 && text_at <= record.size()) {
+    const std::string text = record.substr(text_at);
+    print_json({{"time", time}, {"pid", pid}, {"text", text}});
+  } else { // no record of this library's
     print_json({{"time", nullptr}, {"pid", nullptr}, {"text", record}});
   }
 }
@@ -42,14 +44,16 @@ void run(const log_options &options) {
   if (!file) {
     throw command_failure("can't open '" + options.path + "'");
   }
-  std::string record;
-  while (std::getline(file, record)) {
+  for (std::string record; std::getline(file, record);) {
     record = plain_text(record);
     if (options.json) {
       print_as_json(record);
     } else {
       std::cout << printable(record) << '\n';
     }
+  }
+  if (file.bad()) {
+    throw command_failure("can't read '" + options.path + "'");
   }
 }
 

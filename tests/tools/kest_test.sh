@@ -40,13 +40,14 @@ expect 0 $'SMS-SUBMIT\n  to             1\n  text           \\x1b[2\\x9b\n      
   decode 0001000181F100080C001B005B0032009B000AD83D
 printf '0011000181F10000AD0161\r\n+CMT: ,5\n\nzz\n0002\n0011000181F10000AD0162\n' |
   expect 1 $'{"type":"SUBMIT","destination":"1","text":"a"}\n{"type":"SUBMIT","destination":"1","text":"b"}' \
-    $'kest: line 4: not hexadecimal text: \'zz\'\nkest: line 5: ' decode --json -
+    $'kest: line 4: not hexadecimal text, two digits to an octet: \'zz\'\nkest: line 5: ' decode --json -
 
 # Errors of the work: status 1. Bad usage: status 2. Nothing on standard output.
 expect 1 '' 'refuses this SUBMIT' decode 0001000181F100048D
 expect 1 '' 'STATUS-REPORT' decode 0002
 expect 1 '' 'no SUBMIT' decode --direction sent 0004
 expect 1 '' "can't open" log "$folder/none"
+expect 1 '' "can't read" log "$folder"
 expect 2 '' 'the number is empty' submit '' hello
 expect 2 '' 'is no number' submit 12x4 hello
 expect 2 '' 'more than 20 digits' submit 123456789012345678901 hello
