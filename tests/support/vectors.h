@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "kest/types.h"
 #include "tests/support/octets.h"
 
 using nlohmann::json;
@@ -23,4 +24,17 @@ inline std::string hex_value(const json &row, const char *name) {
 
 inline std::vector<uint8_t> octets_value(const json &row, const char *name) {
   return octets(row[name].get<std::string>());
+}
+
+inline json to_json(const kest_sms_udh_info &udh) {
+  return {{"iei", udh.iei},           {"reference", udh.reference}, {"total", udh.total},
+          {"sequence", udh.sequence}, {"dest_port", udh.dest_port}, {"orig_port", udh.orig_port}};
+}
+
+// expected_udh returns what a header record must hold: the row's "udh", and for the rest what it
+// held before.
+inline json expected_udh(const json &row, const kest_sms_udh_info &before) {
+  json udh = to_json(before);
+  udh.update(row.value("udh", json::object()));
+  return udh;
 }

@@ -44,13 +44,7 @@ TEST(DecodeMessage, GivesWhatTheMessageHolds) {
       EXPECT_EQ(out.msg_class, d.v2 ? row["msg_class"].get<uint32_t>() : 99);
       EXPECT_EQ(out.udh_no_concat,
                 d.decode == DELIVER_V2.decode ? row.value("udh_no_concat", 0u) : 0);
-      const json udh = row.value("udh", json::object());
-      EXPECT_EQ(out.udh.iei, udh.value("iei", 0));
-      EXPECT_EQ(out.udh.reference, udh.value("reference", 0));
-      EXPECT_EQ(out.udh.total, udh.value("total", 0));
-      EXPECT_EQ(out.udh.sequence, udh.value("sequence", 0));
-      EXPECT_EQ(out.udh.dest_port, udh.value("dest_port", 0));
-      EXPECT_EQ(out.udh.orig_port, udh.value("orig_port", 0));
+      EXPECT_EQ(to_json(out.udh), expected_udh(row, {}));
       log_lines own = log.lines(); // without those of digits and headers
       std::erase_if(own, [&](auto &text) { return !text.starts_with(d.name + std::string(" ")); });
       EXPECT_EQ(own, line.empty() ? log_lines{} : log_lines{d.name + (" " + line)});

@@ -17,17 +17,11 @@ TEST(UserDataHeader, WalksItsElements) {
     SCOPED_TRACE(row.dump());
     const debug_log log(KEST_LOG_ERROR);
     const std::vector<uint8_t> header = octets_value(row, "header");
-    kest_sms_udh_info udh;
-    memset(&udh, 0xEE, sizeof udh); // what the caller put there
+    const kest_sms_udh_info before = {0xEEEE, 0xEEEE, 0xEE, 0xEE, 0xEEEE, 0xEEEE};
+    kest_sms_udh_info udh = before;
     uint32_t flag = 0xEEEE;
     EXPECT_EQ(kest_decode_user_data_header({header}, &udh, &flag), header[0]);
-    const json &expected = row["udh"];
-    EXPECT_EQ(udh.iei, expected.value("iei", 0xEEEE));
-    EXPECT_EQ(udh.reference, expected.value("reference", 0xEEEE));
-    EXPECT_EQ(udh.total, expected.value("total", 0xEE));
-    EXPECT_EQ(udh.sequence, expected.value("sequence", 0xEE));
-    EXPECT_EQ(udh.dest_port, expected.value("dest_port", 0xEEEE));
-    EXPECT_EQ(udh.orig_port, expected.value("orig_port", 0xEEEE));
+    EXPECT_EQ(to_json(udh), expected_udh(row, before));
     EXPECT_EQ(flag, row["flag"]);
     const std::string line = row.value("line", "");
     EXPECT_EQ(log.lines(), line.empty() ? log_lines{} : log_lines{NAME + line});
