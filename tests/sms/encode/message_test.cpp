@@ -39,7 +39,7 @@ uint32_t encode(const json &row, uint8_t *pdu, uint32_t size) {
 
 // A failure leaves in the PDU what stands ahead of the address, "left".
 TEST(EncodeSingle, GivesThePduOctetByOctet) {
-  for (const json &row : vectors("sms/encode/single")) {
+  for (const json &row : vectors("sms/encode/message")) {
     SCOPED_TRACE(row.dump());
     const debug_log log;
     const std::string function = row["function"];
