@@ -1,4 +1,4 @@
-// kest/text.h: hexadecimal text and Unicode conversion.
+// kest/text.h: hexadecimal text, Unicode conversion and USSD strings.
 //
 // Lengths and capacities are octets, also of 16-bit text, and as wide as their arguments: what a
 // caller gives beyond that is cut off. Buffers belong
@@ -63,6 +63,32 @@ KEST_API uint16_t kest_convert_ascii_to_utf8(const uint8_t *src, uint8_t len, ch
 // strlen_utf8 returns the number of characters of a UTF-8 text: of bytes that do not have 10 as
 // their top two bits.
 KEST_API int32_t strlen_utf8(const char *s);
+
+// kest_convert_ussd_string_to_utf8 converts the `len` octets of a USSD string by its data coding
+// scheme (3GPP TS 23.038, clause 5) and returns the bytes in `dst` without the terminator. Septets
+// of the GSM 7 bit alphabet come without extension characters, as in
+// kest_decode_packed_7bit_gsm_string; 8 bit data is copied as it is; UCS-2 becomes UTF-8, without
+// an odd last octet. The result is 0, and `dst` stays untouched, if a pointer is null, the scheme
+// is a reserved one or there are no septets.
+//
+// `dst` needs 2 bytes for each septet, of which seven octets hold eight, or `len` bytes of 8 bit
+// data, or `len` * 3 / 2 of UCS-2, and a terminator: 583 bytes hold whatever comes.
+//
+// NOTE: the language indication of scheme 0x11 stays ahead of the text, as a character whose code
+// has the first octet in its low 8 bits.
+KEST_API uint32_t kest_convert_ussd_string_to_utf8(uint8_t dcs, uint8_t len, const uint8_t *src,
+                                                   char *dst);
+
+// kest_decode_packed_7bit_gsm_string converts all septets of `len` packed octets of the GSM 7 bit
+// alphabet and returns the bytes in `dst` without the terminator; 0, with nothing written, if a
+// pointer is null or `len` is 0. `dst` needs 2 bytes for each septet, of which seven octets hold
+// eight, and a terminator. An escape becomes a blank, and the code behind it an ordinary character;
+// carriage returns are left out. A commercial at sign at the end is taken away, for nothing tells
+// it from the fill of the last octet.
+//
+// NOTE: if the last group of seven octets ends in a zero septet, and another commercial at sign
+// stands ahead of it, that one is taken away too. The result still counts it.
+KEST_API uint32_t kest_decode_packed_7bit_gsm_string(char *dst, const uint8_t *src, uint16_t len);
 
 #ifdef __cplusplus
 }

@@ -1,19 +1,13 @@
 // Any text to the decoders of DELIVER and SUBMIT. The first byte of an input chooses whether the
 // rest is the text itself or octets to be written as hexadecimal text, and whether the header is
 // read; the sanitizers watch the rest.
-#include <cstdlib>
 #include <cstring>
 
+#include "fuzz/require.h"
 #include "tests/support/octets.h"
 #include "tests/support/sms_decoders.h"
 
 namespace {
-
-void require(bool condition) {
-  if (!condition) {
-    abort();
-  }
-}
 
 sms_outputs check(const sms_decoder &d, const char *pdu, bool with_udh) {
   sms_outputs out;
