@@ -8,8 +8,8 @@
 // kest_pack_septets packs `count` septets, each below 0x80, into `dst`, which holds `limit` octets.
 // `shift` is the number of fill bits ahead of septet 0, modulo 7. These low bits of `dst[0]` stay
 // as they are. With fill bits the other bits of `dst[0]` must be 0, and `count` and `limit` at
-// least 1. It returns how
-// many octets of `dst` hold data: (`count` * 7 + fill bits + 7) / 8, or `limit` if that is less.
+// least 1. It returns how many octets of `dst` hold data: (`count` * 7 + fill bits + 7) / 8, or
+// `limit` if that is less.
 uint16_t kest_pack_septets(const uint8_t *src, uint16_t count, uint16_t shift, uint16_t limit,
                            uint8_t *dst);
 

@@ -15,8 +15,13 @@
 // with characters above U+FFFF arrives whole if the host hands over each of their two surrogates in
 // its form of three bytes.
 //
-// Number, text, options and `pdu` must not be null. On success the encoders return the octets in
-// `pdu`, on failure, that is for an empty number, 0 and a line in the debug log.
+// A text that is longer goes out as a concatenated message (clause 9.2.3.24.8): the host walks it
+// with kest_sms_get_long_message_segment and encodes segment by segment, with the encoders of
+// segments at the end of this header or, for a class or a reference of its own, the _detail ones.
+//
+// Number, text, options and `pdu` must not be null and must not overlap. On success the encoders
+// return the octets in `pdu`, on failure, that is for an empty number or a segment that is too
+// long, 0 and a line in the debug log.
 #ifndef KEST_SMS_ENCODE_H
 #define KEST_SMS_ENCODE_H
 
@@ -84,6 +89,63 @@ KEST_API uint32_t kest_sms_encode_gw_deliver_pdu_detail(const char *number, cons
                                                         uint32_t is_hex,
                                                         const kest_sms_encode_options *options,
                                                         uint8_t *pdu, uint32_t pdu_size);
+
+// The longest text that is measured, in characters without the terminator: as hexadecimal text it
+// has 1024 octets. Of plain text the first 1024 octets count.
+enum { KEST_SMS_SIZED_TEXT = 2048 };
+
+// kest_sms_is_long_message returns 1 if `text` needs more than one message, and 0 if it fits one.
+// An encoder reads 255 octets of it at most, which characters of four octets can exceed. The result
+// is -1, and a line in the debug log says why, if `text` is null or has more than
+// KEST_SMS_SIZED_TEXT characters. Any thread may call it.
+KEST_API int32_t kest_sms_is_long_message(const char *text, uint32_t is_hex);
+
+// kest_sms_get_long_message_segment measures the first segment of `text`. `*segment_len` becomes
+// its length in characters of `text`: octets, or hexadecimal digits if `is_hex` is not 0. The host
+// goes on behind them until nothing is left; the number of calls is the `total` of the segments. It
+// returns the septets or octets that the segment takes, at most 152 or 133, and fails as
+// kest_sms_is_long_message does, also if `segment_len` is null; `*segment_len` stays untouched
+// then. Any thread may call it.
+//
+// NOTE: three kinds of segment come out that the encoders of segments do not take as a whole.
+// - More than 255 octets, for characters of four octets, longer ones among 8 bit data, or hundreds
+//   of control characters without a code. They are refused or cut off, and hexadecimal text counts
+//   as empty: hand over a shorter piece, cut between characters, and count one segment more.
+// - The alphabet is that of all of `text`, while an encoder chooses that of the segment alone. It
+//   refuses 8 bit data that by itself is 7 bit text with too many extension characters.
+// - A text that ends within a UTF-8 sequence: its last segment is refused.
+KEST_API int32_t kest_sms_get_long_message_segment(const char *text, uint32_t is_hex,
+                                                   uint16_t *segment_len);
+
+// kest_sms_encode_long_gw_submit_pdu makes segment `sequence`, from 1, of the `total` of a message,
+// as an SMS-SUBMIT that is valid for seven days. `text` is that of the segment alone. The header
+// holds the low 8 bits of `total` and `sequence`. A `total` below 2 makes a single message without
+// a header, whose text is cut off at its limits; a segment of more than 152 septets, 133 octets of
+// 8 bit data or 66 characters of UCS-2 is refused, and one that ends within a UTF-8 sequence.
+//
+// TP-MR steps as in kest_sms_encode_gw_submit_pdu. The reference of the message comes from another
+// counter of the library, which SUBMIT and DELIVER share and which steps when a call succeeds whose
+// `sequence` equals `total`: encode in order, one message after the other, and repeat a call that
+// failed. Threads take turns.
+KEST_API int32_t kest_sms_encode_long_gw_submit_pdu(const char *number, const char *text,
+                                                    uint32_t status_report, uint32_t is_hex,
+                                                    int32_t total, int32_t sequence, uint8_t *pdu,
+                                                    uint32_t pdu_size);
+
+// kest_sms_encode_long_gw_submit_pdu_with_validity is kest_sms_encode_long_gw_submit_pdu with a
+// TP-VP of the caller's, in the relative format; 0 stands for KEST_SMS_VALIDITY_DEFAULT.
+KEST_API int32_t kest_sms_encode_long_gw_submit_pdu_with_validity(
+    const char *number, const char *text, uint32_t status_report, uint32_t is_hex, int32_t total,
+    int32_t sequence, uint8_t *pdu, uint32_t pdu_size, uint8_t validity);
+
+// kest_sms_encode_long_gw_deliver_pdu makes a segment as kest_sms_encode_long_gw_submit_pdu does,
+// with the same counter of references, as an SMS-DELIVER. Time and reply path are those of
+// kest_sms_encode_gw_deliver_pdu.
+KEST_API int32_t kest_sms_encode_long_gw_deliver_pdu(const char *number, const char *text,
+                                                     const char *timestamp, uint32_t reply_path,
+                                                     uint32_t is_hex, int32_t total,
+                                                     int32_t sequence, uint8_t *pdu,
+                                                     uint32_t pdu_size);
 
 #ifdef __cplusplus
 }

@@ -1,8 +1,8 @@
 // kest/text.h: hexadecimal text, Unicode conversion and USSD strings.
 //
 // Lengths and capacities are octets, also of 16-bit text, and as wide as their arguments: what a
-// caller gives beyond that is cut off. Buffers belong
-// to the caller, must not be null and must not overlap. Any thread may call any of these.
+// caller gives beyond that is cut off. Buffers belong to the caller, must not be null and must not
+// overlap. Any thread may call any of these.
 #ifndef KEST_TEXT_H
 #define KEST_TEXT_H
 

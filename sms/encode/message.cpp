@@ -25,21 +25,6 @@ constexpr uint8_t IEI_CONCATENATED_16BIT = 0x08;
 constexpr uint8_t HEADER_OCTETS = 7;  // with its length octet
 constexpr uint8_t HEADER_SEPTETS = 8; // the same 56 bits: the text behind needs no fill bits
 
-constexpr size_t TEXT_OCTETS = 255; // of a text
-
-struct message_text {
-  uint8_t octets[TEXT_OCTETS];
-  uint16_t len;
-  kest_gw_alphabet alphabet;
-};
-
-void read_text(const message_content &content, message_text &text) {
-  text.len = kest_sms_read_text(content.log_name, content.text, content.is_hex, text.octets);
-  text.alphabet = kest_sms_select_alphabet({text.octets, text.len});
-  kest_log(log_level & KEST_LOG_DEBUG, "%s alphabet: %d\n", content.log_name,
-           static_cast<int>(text.alphabet));
-}
-
 uint8_t flag(bool condition, uint8_t bit) {
   return condition ? bit : uint8_t{0};
 }
@@ -79,25 +64,23 @@ void put_header(octet_writer &out, const concatenation_header &header) {
 uint32_t put_user_data(octet_writer &out, const message_content &content, const message_text &text,
                        uint32_t packing_size) {
   uint8_t coded[coded_text::extent];
-  uint16_t consumed = 0;
-  const int32_t count = kest_sms_convert_utf8_to_userdata(text.alphabet, {text.octets, text.len},
-                                                          false, &consumed, coded_text(coded));
-  if (count > kest_sms_user_data_limit(text.alphabet, false)) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s encode gw userdata fail !!!\n", content.log_name);
+  const std::optional<uint16_t> count = kest_sms_code_text(
+      content.log_name, text.alphabet, {text.octets, text.len}, content.cut, coded_text(coded));
+  if (!count) {
     return 0;
   }
   const bool septets = text.alphabet == KEST_GW_ALPHABET_7BIT;
-  const int32_t header_length = septets ? HEADER_SEPTETS : HEADER_OCTETS;
-  put_octet(out, static_cast<uint8_t>(content.header ? count + header_length : count));
+  const int header_length = septets ? HEADER_SEPTETS : HEADER_OCTETS;
+  put_octet(out, static_cast<uint8_t>(content.header ? *count + header_length : *count));
   if (content.header) {
     put_header(out, *content.header);
   }
   if (septets) {
     // Of the room that is left 16 bits count: a size below the place is no limit.
     const auto limit = static_cast<uint16_t>(packing_size - out.pos);
-    out.pos += kest_pack_septets(coded, static_cast<uint16_t>(count), 0, limit, out.data + out.pos);
+    out.pos += kest_pack_septets(coded, *count, 0, limit, out.data + out.pos);
   } else {
-    for (int32_t i = 0; i < count; ++i) {
+    for (size_t i = 0; i < *count; ++i) {
       put_octet(out, coded[i]);
     }
   }
@@ -109,7 +92,7 @@ uint32_t put_user_data(octet_writer &out, const message_content &content, const 
 uint32_t kest_sms_encode_submit(const submit_message &message, pdu_buffer pdu) {
   const message_content &content = message.content;
   message_text text;
-  read_text(content, text);
+  kest_sms_take_text(content.log_name, content.text, content.is_hex, text);
   octet_writer out{pdu.octets, KEST_SMS_SUBMIT_PDU_SIZE};
   put_octet(out, TP_MTI_SUBMIT | TP_VPF_RELATIVE | flag(message.status_report, TP_SRR) |
                      flag(content.header.has_value(), TP_UDHI));
@@ -119,14 +102,14 @@ uint32_t kest_sms_encode_submit(const submit_message &message, pdu_buffer pdu) {
   }
   put_octet(out, TP_PID_DEFAULT);
   put_octet(out, data_coding(content, text));
-  put_octet(out, message.validity);
+  put_octet(out, message.validity != 0 ? message.validity : uint8_t{KEST_SMS_VALIDITY_DEFAULT});
   return put_user_data(out, content, text, pdu.packing_size);
 }
 
 uint32_t kest_sms_encode_deliver(const deliver_message &message, pdu_buffer pdu) {
   const message_content &content = message.content;
   message_text text;
-  read_text(content, text);
+  kest_sms_take_text(content.log_name, content.text, content.is_hex, text);
   octet_writer out{pdu.octets, KEST_SMS_DELIVER_PDU_SIZE};
   put_octet(out, TP_MTI_DELIVER | flag(message.reply_path, TP_RP) |
                      flag(content.header.has_value(), TP_UDHI));

@@ -20,6 +20,7 @@ struct message_content {
   const char *text;
   bool is_hex;
   uint8_t class_bits = 0; // ORed into TP-DCS
+  bool cut = false;       // a text that a segment does not take as a whole fails
   std::optional<concatenation_header> header = std::nullopt;
 };
 
@@ -27,7 +28,7 @@ struct submit_message {
   message_content content;
   bool status_report;
   uint8_t reference; // TP-MR
-  uint8_t validity;  // TP-VP, relative format
+  uint8_t validity;  // TP-VP, relative format; 0 means KEST_SMS_VALIDITY_DEFAULT
 };
 
 struct deliver_message {
@@ -44,6 +45,7 @@ struct pdu_buffer {
 };
 
 // kest_sms_encode_submit and kest_sms_encode_deliver return the octets of the PDU, and 0 with a
-// line in the log if the number is empty; what stands ahead of the address is written then.
+// line in the log if the number is empty or the text doesn't fit its segment. What stands ahead of
+// the number, or of TP-UDL, is written then.
 uint32_t kest_sms_encode_submit(const submit_message &message, pdu_buffer pdu);
 uint32_t kest_sms_encode_deliver(const deliver_message &message, pdu_buffer pdu);

@@ -63,7 +63,7 @@ uint32_t kest_sms_encode_gw_submit_pdu_with_validity(const char *number, const c
       .content = plain_content("kest_sms_encode_gw_submit_pdu_with_validity", number, text, is_hex),
       .status_report = status_report != 0,
       .reference = kest_sms_take_msg_reference(),
-      .validity = validity != 0 ? validity : uint8_t{KEST_SMS_VALIDITY_DEFAULT},
+      .validity = validity,
   };
   return kest_sms_encode_submit(message, {pdu, pdu_size});
 }

@@ -119,3 +119,27 @@ int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<c
   *consumed = static_cast<uint16_t>(cut ? c.read : text.size());
   return static_cast<int32_t>(c.used);
 }
+
+void kest_sms_take_text(const char *log_name, const char *text, bool is_hex, message_text &out) {
+  out.len = kest_sms_read_text(log_name, text, is_hex, out.octets);
+  out.alphabet = kest_sms_select_alphabet({out.octets, out.len});
+  kest_log(log_level & KEST_LOG_DEBUG, "%s alphabet: %d\n", log_name,
+           static_cast<int>(out.alphabet));
+}
+
+std::optional<uint16_t> kest_sms_code_text(const char *log_name, kest_gw_alphabet alphabet,
+                                           std::span<const uint8_t> text, bool cut,
+                                           coded_text out) {
+  uint16_t consumed = 0;
+  const int32_t count = kest_sms_convert_utf8_to_userdata(alphabet, text, cut, &consumed, out);
+  if (consumed != text.size()) {
+    kest_log(log_level & KEST_LOG_ERROR, "%s cut segment fail segment_len=%d buf_len=%d !!!\n",
+             log_name, consumed, static_cast<int>(text.size()));
+    return std::nullopt;
+  }
+  if (count > kest_sms_user_data_limit(alphabet, false)) {
+    kest_log(log_level & KEST_LOG_ERROR, "%s encode gw userdata fail !!!\n", log_name);
+    return std::nullopt;
+  }
+  return static_cast<uint16_t>(count);
+}

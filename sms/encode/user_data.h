@@ -2,6 +2,7 @@
 // alphabet that it needs (3GPP TS 23.038, clause 4).
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "kest/types.h"
@@ -36,3 +37,20 @@ using coded_text = std::span<uint8_t, 255>;
 // bit alphabet without a code are left out.
 int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<const uint8_t> text,
                                           bool cut, uint16_t *consumed, coded_text out);
+
+// The text of one message, as the encoders take it in.
+struct message_text {
+  uint8_t octets[255];
+  uint16_t len;
+  kest_gw_alphabet alphabet;
+};
+
+// kest_sms_take_text reads a host's text and chooses its alphabet. Trace lines carry `log_name`.
+void kest_sms_take_text(const char *log_name, const char *text, bool is_hex, message_text &out);
+
+// kest_sms_code_text codes `text` as kest_sms_convert_utf8_to_userdata does and returns the septets
+// or octets in `out`. With `cut` a text that a segment does not take as a whole, also for a
+// sequence that is cut off at its end, gives nullopt and a line that carries `log_name`. Without
+// `cut` there is always a result, for the coder keeps to the limits of a message.
+std::optional<uint16_t> kest_sms_code_text(const char *log_name, kest_gw_alphabet alphabet,
+                                           std::span<const uint8_t> text, bool cut, coded_text out);
