@@ -1,0 +1,30 @@
+// sms/cdma/bit_writer.h: a field under construction, bit by bit, from the top bit of its first
+// octet. An octet that a bit goes into is cleared first; bits without room are dropped.
+#pragma once
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+
+struct bit_writer {
+  uint8_t *data;
+  size_t size;    // in octets
+  size_t pos = 0; // in bits
+};
+
+// put_bits appends the low `width` bits of `value`, the highest first.
+inline void put_bits(bit_writer &out, unsigned width, uint32_t value) {
+  while (width > 0 && out.pos / 8 < out.size) {
+    uint8_t &octet = out.data[out.pos / 8];
+    const unsigned room = 8 - out.pos % 8;
+    const unsigned taken = std::min(width, room);
+    const uint32_t bits = value >> (width - taken) & ((1u << taken) - 1);
+    octet = static_cast<uint8_t>((room == 8 ? 0u : octet) | bits << (room - taken));
+    out.pos += taken;
+    width -= taken;
+  }
+}
+
+// written_octets returns the octets that the bits so far have reached.
+inline size_t written_octets(const bit_writer &out) {
+  return (out.pos + 7) / 8;
+}
