@@ -92,8 +92,8 @@ uint32_t kest_decode_septets_to_utf8(const uint8_t *src, uint16_t len, char *dst
   if (src == nullptr || dst == nullptr || len == 0) {
     return 0;
   }
-  // Block by block, each of whole groups of seven octets; what is told of the end of a text holds
-  // for the last one.
+  // Block by block, each of whole groups of seven octets; only the last one has the end of the
+  // text. From the others, too, a last carriage return is taken as padding, but none is put anyway.
   constexpr uint16_t BLOCK = 7 * 16;
   uint8_t codes[BLOCK * 8 / 7];
   uint32_t written = 0;

@@ -9,5 +9,7 @@
 // a last code 0 is taken away: it may be the fill of packed text.
 uint32_t kest_gsm_to_utf8(const uint8_t *src, uint32_t count, char *dst);
 
-// kest_decode_septets_to_utf8 does the same with all septets of `len` packed octets, 8 to 7 octets.
+// kest_decode_septets_to_utf8 does the same with all septets of `len` packed octets, eight to seven
+// of these: `dst` needs 2 * (`len` * 8 / 7) + 1 bytes. A carriage return that pads the last octet
+// is no code.
 uint32_t kest_decode_septets_to_utf8(const uint8_t *src, uint16_t len, char *dst);

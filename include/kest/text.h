@@ -1,8 +1,8 @@
 // kest/text.h: hexadecimal text, Unicode conversion and USSD strings.
 //
 // Lengths and capacities are octets, also of 16-bit text, and as wide as their arguments: what a
-// caller gives beyond that is cut off. Buffers belong to the caller, must not be null and must not
-// overlap. Any thread may call any of these.
+// caller gives beyond that is cut off. Buffers belong to the caller and must not overlap; only
+// where it is told they may be null. Any thread may call any of these.
 #ifndef KEST_TEXT_H
 #define KEST_TEXT_H
 
@@ -66,10 +66,14 @@ KEST_API int32_t strlen_utf8(const char *s);
 
 // kest_convert_ussd_string_to_utf8 converts the `len` octets of a USSD string by its data coding
 // scheme (3GPP TS 23.038, clause 5) and returns the bytes in `dst` without the terminator. Septets
-// of the GSM 7 bit alphabet come without extension characters, as in
-// kest_decode_packed_7bit_gsm_string; 8 bit data is copied as it is; UCS-2 becomes UTF-8, without
-// an odd last octet. The result is 0, and `dst` stays untouched, if a pointer is null, the scheme
-// is a reserved one or there are no septets.
+// are converted as by kest_decode_packed_7bit_gsm_string, without what its NOTE tells; 8 bit data
+// is copied as it is; UCS-2 is converted as by kest_convert_ucs2_to_utf8, without an odd last
+// octet. Texts that are no septets can hold NUL bytes.
+//
+// The result is 0, and `dst` stays untouched, if a pointer is null, if there are no septets, or for
+// the schemes 0x12 to 0x1F, 0x80 to 0x8F, 0xA0 to 0xBF, and those of the groups 0x4 to 0x7, 0x9 and
+// 0xC to 0xE that name the reserved alphabet (bits 3 and 2 are 11). It is 0 for an empty text, too:
+// a host that reads `dst` in any case sets its first byte to NUL before.
 //
 // `dst` needs 2 bytes for each septet, of which seven octets hold eight, or `len` bytes of 8 bit
 // data, or `len` * 3 / 2 of UCS-2, and a terminator: 583 bytes hold whatever comes.
@@ -83,11 +87,11 @@ KEST_API uint32_t kest_convert_ussd_string_to_utf8(uint8_t dcs, uint8_t len, con
 // alphabet and returns the bytes in `dst` without the terminator; 0, with nothing written, if a
 // pointer is null or `len` is 0. `dst` needs 2 bytes for each septet, of which seven octets hold
 // eight, and a terminator. An escape becomes a blank, and the code behind it an ordinary character;
-// carriage returns are left out. A commercial at sign at the end is taken away, for nothing tells
-// it from the fill of the last octet.
+// carriage returns are left out. The commercial at sign of a last septet of 0 is taken away, for
+// nothing tells it from the fill of the last octet; one that a carriage return pads counts as last.
 //
-// NOTE: if the last group of seven octets ends in a zero septet, and another commercial at sign
-// stands ahead of it, that one is taken away too. The result still counts it.
+// NOTE: if `len` is a multiple of 7 and the last septet is 0, a second commercial at sign ahead of
+// it is taken away too. The result still counts that one.
 KEST_API uint32_t kest_decode_packed_7bit_gsm_string(char *dst, const uint8_t *src, uint16_t len);
 
 #ifdef __cplusplus
