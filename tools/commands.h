@@ -13,5 +13,7 @@ struct command_failure : std::runtime_error {
 
 void add_submit_command(CLI::App &app);
 void add_deliver_command(CLI::App &app);
+void add_cdma_command(CLI::App &app);
 void add_decode_command(CLI::App &app);
+void add_ussd_command(CLI::App &app);
 void add_log_command(CLI::App &app);

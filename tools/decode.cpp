@@ -1,6 +1,8 @@
 // kest decode: PDUs as a modem reports them.
+#include <algorithm>
 #include <array>
 #include <iostream>
+#include <map>
 #include <memory>
 
 #include "kest/kest.h"
@@ -25,7 +27,15 @@ struct decoded_message {
   std::string smsc = {}, address = {}, timestamp = {}, userdata = {};
   kest_sms_udh_info udh = {};
   kest_sms_msg_class msg_class = KEST_SMS_CLASS_NONE;
-  bool is_text = true; // if not, `userdata` is the whole PDU
+  bool is_text = true;                               // if not, `userdata` is the whole PDU
+  std::optional<std::vector<unsigned>> missing = {}; // of a message of joined segments
+};
+
+// A concatenated message whose segments come in: what the first to come says beside its text, and
+// the texts of all so far, by their number.
+struct open_message {
+  decoded_message first;
+  std::map<unsigned, std::string> userdata;
 };
 
 size_t tpdu_offset(const std::vector<uint8_t> &octets) {
@@ -89,13 +99,6 @@ decoded_message decode_submit(const std::string &pdu, const std::vector<uint8_t>
   return message;
 }
 
-// hex_fault tells what is wrong with the text of a PDU; "" if nothing is.
-std::string hex_fault(const std::string &pdu) {
-  return !pdu.empty() && is_hex_text(pdu)
-             ? ""
-             : "not hexadecimal text, two digits to an octet: '" + printable(pdu) + "'";
-}
-
 decoded_message decode(const std::string &pdu, const std::string &direction) {
   if (const std::string fault = hex_fault(pdu); !fault.empty()) {
     throw command_failure(fault);
@@ -127,13 +130,12 @@ std::string readable_time(const std::string &timestamp) {
   return timestamp.substr(0, 10) + " " + timestamp.substr(11, 8) + zone;
 }
 
-void print_row(const char *name, const std::string &value) {
-  std::string shown = printable(value);
-  for (size_t i = 0; (i = shown.find('\n', i)) != std::string::npos; i += 18) {
-    shown.insert(i + 1, 17, ' ');
+std::string numbers(const std::vector<unsigned> &values) {
+  std::string text;
+  for (const unsigned value : values) {
+    text += (text.empty() ? "" : ", ") + std::to_string(value);
   }
-  std::cout << "  " << name << std::string(15 - std::string_view(name).size(), ' ') << shown
-            << '\n';
+  return text;
 }
 
 void print_readable(const decoded_message &message) {
@@ -148,10 +150,15 @@ void print_readable(const decoded_message &message) {
   if (message.msg_class != KEST_SMS_CLASS_NONE) {
     print_row("class", std::to_string(message.msg_class));
   }
-  if (message.udh.total != 0) {
-    print_row("segment", std::to_string(message.udh.sequence) + " of " +
-                             std::to_string(message.udh.total) + ", reference " +
-                             std::to_string(message.udh.reference));
+  const std::string total = std::to_string(message.udh.total);
+  const std::string reference = ", reference " + std::to_string(message.udh.reference);
+  if (message.missing) {
+    print_row("segments", total + reference);
+    if (!message.missing->empty()) {
+      print_row("missing", numbers(*message.missing));
+    }
+  } else if (message.udh.total != 0) {
+    print_row("segment", std::to_string(message.udh.sequence) + " of " + total + reference);
   }
   if (message.udh.dest_port != 0 || message.udh.orig_port != 0) {
     print_row("ports", "to " + std::to_string(message.udh.dest_port) + ", from " +
@@ -176,7 +183,11 @@ void print_as_json(const decoded_message &message) {
   if (message.msg_class != KEST_SMS_CLASS_NONE) {
     object["class"] = message.msg_class;
   }
-  if (message.udh.total != 0) {
+  if (message.missing) {
+    object["segments"] = {{"reference", message.udh.reference},
+                          {"total", message.udh.total},
+                          {"missing", *message.missing}};
+  } else if (message.udh.total != 0) {
     object["segment"] = {{"reference", message.udh.reference},
                          {"total", message.udh.total},
                          {"sequence", message.udh.sequence}};
@@ -193,8 +204,7 @@ void print_as_json(const decoded_message &message) {
   print_json(object);
 }
 
-void decode_and_print(const std::string &pdu, const decode_options &options) {
-  const decoded_message message = decode(pdu, options.direction);
+void print(const decoded_message &message, const decode_options &options) {
   if (options.json) {
     print_as_json(message);
   } else {
@@ -202,9 +212,50 @@ void decode_and_print(const std::string &pdu, const decode_options &options) {
   }
 }
 
-// decode_lines reads one PDU a line. A modem's commands and answers between them, and blank lines,
-// are passed over; a line that fails is named, and does not stop the others.
+// joined returns a message with the texts of the segments that came in, and a mark for the others.
+decoded_message joined(const open_message &open) {
+  constexpr const char *MARK = "5B2E2E2E5D"; // "[...]", as the decoders write text
+  decoded_message message = open.first;
+  message.userdata.clear();
+  message.missing.emplace();
+  for (unsigned sequence = 1; sequence <= message.udh.total; ++sequence) {
+    const auto segment = open.userdata.find(sequence);
+    if (segment != open.userdata.end()) {
+      message.userdata += segment->second;
+    } else {
+      message.userdata += MARK;
+      message.missing->push_back(sequence);
+    }
+  }
+  return message;
+}
+
+bool same_message(const decoded_message &a, const decoded_message &b) {
+  return std::string_view(a.type) == b.type && a.address == b.address &&
+         a.udh.reference == b.udh.reference && a.udh.total == b.udh.total;
+}
+
+// take_segment adds a segment to its message, and prints the message when that is whole.
+void take_segment(std::vector<open_message> &messages, const decoded_message &segment,
+                  const decode_options &options) {
+  auto message = std::find_if(messages.begin(), messages.end(), [&](const open_message &open) {
+    return same_message(open.first, segment);
+  });
+  if (message == messages.end()) {
+    message = messages.insert(message, {segment, {}});
+  }
+  message->userdata[segment.udh.sequence] = segment.userdata;
+  if (message->userdata.size() == segment.udh.total) {
+    print(joined(*message), options);
+    messages.erase(message);
+  }
+}
+
+// decode_lines reads one PDU a line and joins segments; messages that are not whole come at the
+// end. A modem's commands and answers between the PDUs, and blank lines, are passed over; a line
+// that fails is named, and does not stop the others.
 void decode_lines(const decode_options &options) {
+  std::vector<open_message> messages;
   size_t number = 0;
   size_t failed = 0;
   for (std::string line; std::getline(std::cin, line);) {
@@ -214,11 +265,19 @@ void decode_lines(const decode_options &options) {
       continue;
     }
     try {
-      decode_and_print(line, options);
+      const decoded_message message = decode(line, options.direction);
+      if (message.udh.sequence != 0) {
+        take_segment(messages, message, options);
+      } else {
+        print(message, options);
+      }
     } catch (const command_failure &failure) {
       std::cerr << "kest: line " << number << ": " << failure.what() << '\n';
       ++failed;
     }
+  }
+  for (const open_message &open : messages) {
+    print(joined(open), options);
   }
   if (failed > 0) {
     throw command_failure(std::to_string(failed) + " of the PDUs failed");
@@ -233,7 +292,7 @@ void run(const decode_options &options) {
   if (const std::string fault = hex_fault(options.pdu); !fault.empty()) {
     throw CLI::ValidationError("pdu", fault);
   }
-  decode_and_print(options.pdu, options);
+  print(decode(options.pdu, options.direction), options);
 }
 
 } // namespace
@@ -244,7 +303,7 @@ void add_decode_command(CLI::App &app) {
   command
       ->add_option("pdu", options->pdu,
                    "Hexadecimal text with the service-centre field in front, or - to read one PDU "
-                   "a line from standard input")
+                   "a line from standard input and join segments")
       ->required();
   command
       ->add_option("--direction", options->direction,

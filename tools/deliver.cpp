@@ -1,5 +1,4 @@
 // kest deliver: an SMS-DELIVER from a number and a text, as a network would hand it over.
-#include <array>
 #include <ctime>
 #include <memory>
 #include <regex>
@@ -10,7 +9,7 @@
 
 namespace {
 
-struct deliver_options : encoding_options {
+struct deliver_options : gw_options {
   bool reply_path = false;
   std::string timestamp;
 };
@@ -35,14 +34,20 @@ std::string current_timestamp() {
 }
 
 void run(const deliver_options &options) {
-  const std::string text = message_text(options);
+  const char *const number = options.number.c_str();
   const std::string timestamp = options.timestamp.empty() ? current_timestamp() : options.timestamp;
-  const kest_sms_encode_options detail = detail_options(options);
-  std::array<uint8_t, KEST_SMS_DELIVER_PDU_SIZE> pdu;
-  const uint32_t size = kest_sms_encode_gw_deliver_pdu_detail(
-      options.number.c_str(), text.c_str(), timestamp.c_str(), options.reply_path, options.is_hex,
-      &detail, pdu.data(), pdu.size());
-  print_pdu(options, "DELIVER", {pdu.data(), size});
+  encode_segments(options, "DELIVER", [&](const segment &part, std::span<uint8_t> pdu) {
+    const auto size = static_cast<uint32_t>(pdu.size());
+    if (options.msg_class) {
+      const kest_sms_encode_options detail = detail_options(options, part);
+      return kest_sms_encode_gw_deliver_pdu_detail(number, part.text.c_str(), timestamp.c_str(),
+                                                   options.reply_path, options.is_hex, &detail,
+                                                   pdu.data(), size);
+    }
+    return static_cast<uint32_t>(kest_sms_encode_long_gw_deliver_pdu(
+        number, part.text.c_str(), timestamp.c_str(), options.reply_path, options.is_hex,
+        part.total, part.sequence, pdu.data(), size));
+  });
 }
 
 } // namespace
@@ -51,7 +56,7 @@ void add_deliver_command(CLI::App &app) {
   const auto options = std::make_shared<deliver_options>();
   CLI::App *command =
       app.add_subcommand("deliver", "Encode an SMS-DELIVER: a message as it is received");
-  add_encoding_options(*command, *options);
+  add_gw_options(*command, *options);
   command->add_flag("--reply-path", options->reply_path, "Set TP-RP");
   command
       ->add_option("--time", options->timestamp,

@@ -29,7 +29,9 @@ int main(int argc, char **argv) {
       ->trigger_on_parse();
   add_submit_command(app);
   add_deliver_command(app);
+  add_cdma_command(app);
   add_decode_command(app);
+  add_ussd_command(app);
   add_log_command(app);
   try {
     app.parse(argc, argv);

@@ -1,5 +1,4 @@
 // kest submit: an SMS-SUBMIT from a number and a text.
-#include <array>
 #include <memory>
 
 #include "kest/kest.h"
@@ -8,34 +7,33 @@
 
 namespace {
 
-struct submit_options : encoding_options {
+struct submit_options : gw_options {
   bool status_report = false;
   unsigned validity = KEST_SMS_VALIDITY_DEFAULT;
 };
 
 void run(const submit_options &options) {
-  const std::string text = message_text(options);
-  std::array<uint8_t, KEST_SMS_SUBMIT_PDU_SIZE> pdu;
-  uint32_t size = 0;
-  if (options.msg_class) {
-    const kest_sms_encode_options detail = detail_options(options);
-    size = kest_sms_encode_gw_submit_pdu_detail(options.number.c_str(), text.c_str(),
-                                                options.status_report, options.is_hex, &detail,
-                                                pdu.data(), pdu.size());
-  } else {
-    size = kest_sms_encode_gw_submit_pdu_with_validity(
-        options.number.c_str(), text.c_str(), options.status_report, options.is_hex, pdu.data(),
-        pdu.size(), static_cast<uint8_t>(options.validity));
-  }
-  print_pdu(options, "SUBMIT", {pdu.data(), size});
+  const char *const number = options.number.c_str();
+  encode_segments(options, "SUBMIT", [&](const segment &part, std::span<uint8_t> pdu) {
+    const auto size = static_cast<uint32_t>(pdu.size());
+    if (options.msg_class) {
+      const kest_sms_encode_options detail = detail_options(options, part);
+      return kest_sms_encode_gw_submit_pdu_detail(number, part.text.c_str(), options.status_report,
+                                                  options.is_hex, &detail, pdu.data(), size);
+    }
+    return static_cast<uint32_t>(kest_sms_encode_long_gw_submit_pdu_with_validity(
+        number, part.text.c_str(), options.status_report, options.is_hex, part.total, part.sequence,
+        pdu.data(), size, static_cast<uint8_t>(options.validity)));
+  });
 }
 
 } // namespace
 
 void add_submit_command(CLI::App &app) {
   const auto options = std::make_shared<submit_options>();
-  CLI::App *command = app.add_subcommand("submit", "Encode an SMS-SUBMIT: a message to be sent");
-  add_encoding_options(*command, *options);
+  CLI::App *command = app.add_subcommand(
+      "submit", "Encode an SMS-SUBMIT: a message to be sent, in segments if it is long");
+  add_gw_options(*command, *options);
   command->add_flag("--status-report", options->status_report, "Ask for a status report");
   command->add_option("--validity", options->validity, "TP-VP, relative format")
       ->check(CLI::Range(1, 255))

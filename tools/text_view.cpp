@@ -39,6 +39,12 @@ bool is_hex_text(std::string_view text) {
          });
 }
 
+std::string hex_fault(const std::string &text) {
+  return !text.empty() && is_hex_text(text)
+             ? ""
+             : "not hexadecimal text, two digits to an octet: '" + printable(text) + "'";
+}
+
 std::vector<uint8_t> octets_of(const std::string &hex) {
   std::vector<uint8_t> octets(std::min(hex.size() / 2, MAX_OCTETS));
   octets.resize(
@@ -125,6 +131,15 @@ std::string printable(std::string_view text) {
     }
   }
   return out;
+}
+
+void print_row(const char *name, const std::string &value) {
+  std::string shown = printable(value);
+  for (size_t i = 0; (i = shown.find('\n', i)) != std::string::npos; i += 18) {
+    shown.insert(i + 1, 17, ' ');
+  }
+  std::cout << "  " << name << std::string(15 - std::string_view(name).size(), ' ') << shown
+            << '\n';
 }
 
 void print_json(const nlohmann::ordered_json &object) {

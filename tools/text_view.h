@@ -11,6 +11,9 @@
 // is_hex_text tells whether `text` is hexadecimal digits, two to an octet.
 bool is_hex_text(std::string_view text);
 
+// hex_fault tells what is wrong with hexadecimal text; "" if nothing is. An empty text is wrong.
+std::string hex_fault(const std::string &text);
+
 // octets_of returns the octets of at most 65534 hexadecimal digits.
 std::vector<uint8_t> octets_of(const std::string &hex);
 
@@ -31,6 +34,9 @@ std::string gsm_text(std::span<const uint8_t> packed, size_t septets);
 // printable shows control characters other than line feeds as \xNN: what came from the air must
 // not steer a terminal.
 std::string printable(std::string_view text);
+
+// print_row writes a line of the readable form, made printable.
+void print_row(const char *name, const std::string &value);
 
 // print_json writes one object as one line. Bytes that are no UTF-8 become U+FFFD.
 void print_json(const nlohmann::ordered_json &object);

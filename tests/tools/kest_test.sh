@@ -42,6 +42,33 @@ printf '0011000181F10000AD0161\r\n+CMT: ,5\n\nzz\n0002\n0011000181F10000AD0162\n
   expect 1 $'{"type":"SUBMIT","destination":"1","text":"a"}\n{"type":"SUBMIT","destination":"1","text":"b"}' \
     $'kest: line 4: not hexadecimal text, two digits to an octet: \'zz\'\nkest: line 5: ' decode --json -
 
+# A long text goes out in segments, and comes back as one whatever their order. What is missing is
+# named, and a message beside it is not held up.
+letters=$(printf 'a%.0s' {1..152})
+packed=$(printf 'E170381C0E87C3%.0s' {1..19})
+long=("AT+CMGS=149" "0051000181F10000ADA006080400000301$packed" "AT+CMGS=149"
+  "0051010181F10000ADA006080400000302$packed" "AT+CMGS=17" "0051020181F10000AD090608040000030362")
+expect 0 "$(printf '%s\n' "${long[@]}")" '' submit 1 "$letters${letters}b"
+time=2011/12/31,23:59:58+08
+fields='{"type":"DELIVER","segment":{"total":2,"sequence":%s},"length":%s,"pdu":"00400181F1001911211332958580%s'
+# shellcheck disable=SC2059
+expect 0 "$(printf "$fields" 1 153 '8B06080400000201'"$(printf '00E9%.0s' {1..66})"; echo '"}'
+  printf "$fields" 2 31 '110608040000020200E900E900E900E900E9"}')" '' \
+  deliver --json --class 1 --time "$time" 1 "$(printf 'é%.0s' {1..71})"
+printf '%s\n' "${long[5]}" "${long[1]}" 0011000181F10000AD0162 "${long[3]}" |
+  expect 0 "{\"type\":\"SUBMIT\",\"destination\":\"1\",\"text\":\"b\"}
+{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":0,\"total\":3,\"missing\":[]},\"text\":\"$letters${letters}b\"}" \
+    '' decode --json -
+printf '%s\n' "${long[5]}" |
+  expect 0 $'SMS-SUBMIT\n  to             1\n  segments       3, reference 0\n  missing        1, 2\n  text           [...][...]b' \
+    '' decode -
+expect 0 $'AT+CMGS=33\n0000021002040401048D00060100081100032000100104101741A00501AD0A0140' '' \
+  cdma --status-report 1234 hi
+expect 0 '{"type":"CDMA-SUBMIT","length":31,"pdu":"00000210020403004400060100081000032000100103000C000501AD0A0100"}' '' \
+  cdma --json --hex 1 80
+expect 0 $'USSD string\n  text           hello' '' ussd E8329BFD06
+expect 0 '{"dcs":72,"text":"A€"}' '' ussd --json --dcs 72 004120AC
+
 # Errors of the work: status 1. Bad usage: status 2. Nothing on standard output.
 expect 1 '' 'refuses this SUBMIT' decode 0001000181F100048D
 expect 1 '' 'STATUS-REPORT' decode 0002
@@ -56,17 +83,24 @@ expect 2 '' 'not hexadecimal' decode 0011z
 expect 2 '' 'not expected: --bogus' decode --bogus 00
 expect 2 '' 'a time is' deliver 1 a --time yesterday
 expect 2 '' 'subcommand is required'
-expect 0 $'AT+CMGS=149\n0011000181F10000ADA0'"$(printf 'E170381C0E87C3%.0s' {1..20})" \
-  'a receiver reads' submit 1 "$(printf 'a%.0s' {1..161})"
-for command in '' submit deliver decode log; do
+expect 2 '' 'more than 24 digits' cdma 1234567890123456789012345 hello
+expect 2 '' 'not hexadecimal' ussd 004
+expect 2 '' 'more than 255 octets' ussd "$(printf '00%.0s' {1..256})"
+expect 1 '' 'data coding scheme 76' ussd --dcs 0x4C 0041
+expect 1 '' "can't be encoded" cdma 1 ''
+expect 1 '' 'too long' cdma 1 "$(printf 'a%.0s' {1..161})"
+expect 1 '' 'more than 2048' submit 1 "$(printf 'a%.0s' {1..2049})"
+expect 1 '' 'segment 1 does not fit' submit 1 --class 0 --hex "$(printf '7B%.0s' {1..140})80"
+expect 0 $'AT+CMGS=10\n0011000181F10000AD0161' 'a receiver reads: a' submit 1 $'a\x01'
+for command in '' submit deliver cdma decode ussd log; do
   # shellcheck disable=SC2086
   "$kest" $command --help | grep -q Usage || { echo "no help for '$command'" && failed=1; }
 done
 
 # The debug log comes back as plain text.
 "$kest" --trace "$folder/log" submit 1 --hex 41 >"$folder/out"
-"$kest" log "$folder/log" | grep -qE '^[0-9/]+ [0-9:]+, pid: *[0-9]+, kest_sms_encode_gw_submit_pdu_with_validity buf\[0\]: 0x41$' ||
+"$kest" log "$folder/log" | grep -qE '^[0-9/]+ [0-9:]+, pid: *[0-9]+, kest_sms_encode_long_gw_submit_pdu_with_validity buf\[0\]: 0x41$' ||
   { echo 'no such line in the log' && failed=1; }
-"$kest" log --json "$folder/log" | grep -qE '^\{"time":"[0-9/]+ [0-9:]+","pid":[0-9]+,"text":"kest_sms_encode_gw_submit_pdu_with_validity buf_len: 1"\}$' ||
+"$kest" log --json "$folder/log" | grep -qE '^\{"time":"[0-9/]+ [0-9:]+","pid":[0-9]+,"text":"kest_sms_encode_long_gw_submit_pdu_with_validity buf_len: 1"\}$' ||
   { echo 'no such object in the log' && failed=1; }
 exit "$failed"

@@ -1,0 +1,59 @@
+// kest ussd: a USSD string as +CUSD reports it.
+#include <array>
+#include <iostream>
+#include <memory>
+
+#include "kest/kest.h"
+#include "tools/commands.h"
+#include "tools/text_view.h"
+
+namespace {
+
+constexpr size_t MAX_OCTETS = 255;
+constexpr char UNTOUCHED = '\xFF'; // the library writes a terminator unless it refuses the scheme
+
+struct ussd_options {
+  std::string octets;
+  unsigned dcs = 15;
+  bool json = false;
+};
+
+std::string ussd_text(unsigned dcs, const std::vector<uint8_t> &octets) {
+  std::array<char, 8 * MAX_OCTETS / 7 * 2 + 1> text;
+  text.fill(UNTOUCHED);
+  const uint32_t length = kest_convert_ussd_string_to_utf8(
+      static_cast<uint8_t>(dcs), static_cast<uint8_t>(octets.size()), octets.data(), text.data());
+  if (text[length] != '\0') {
+    throw command_failure("no text has the data coding scheme " + std::to_string(dcs));
+  }
+  return {text.data(), length};
+}
+
+void run(const ussd_options &options) {
+  const std::string text = ussd_text(options.dcs, octets_of(options.octets));
+  if (options.json) {
+    print_json({{"dcs", options.dcs}, {"text", text}});
+  } else {
+    std::cout << "USSD string\n";
+    print_row("text", text);
+  }
+}
+
+std::string octets_fault(const std::string &text) {
+  return text.size() > 2 * MAX_OCTETS ? "more than 255 octets" : hex_fault(text);
+}
+
+} // namespace
+
+void add_ussd_command(CLI::App &app) {
+  const auto options = std::make_shared<ussd_options>();
+  CLI::App *command = app.add_subcommand("ussd", "Decode a USSD string");
+  command->add_option("octets", options->octets, "The string as hexadecimal text")
+      ->required()
+      ->check(octets_fault);
+  command->add_option("--dcs", options->dcs, "Data coding scheme (3GPP TS 23.038, clause 5)")
+      ->check(CLI::Range(0, 255))
+      ->capture_default_str();
+  command->add_flag("--json", options->json, "Write a JSON object");
+  command->callback([options] { run(*options); });
+}
