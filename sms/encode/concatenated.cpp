@@ -1,9 +1,9 @@
 // The encoders of the segments of a concatenated message, which number them by the counters of the
 // library: thin fronts of sms/encode/message.h.
+#include "kest/sms_encode.h"
+
 #include "sms/encode/counters.h"
 #include "sms/encode/message.h"
-
-#include "kest/sms_encode.h"
 
 namespace {
 

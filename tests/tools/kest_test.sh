@@ -38,9 +38,9 @@ expect 0 '{"type":"SUBMIT","destination":"1234567890","text":"hello"}' '' \
 # What came from the air does not steer the terminal; a lone surrogate does not break the output.
 expect 0 $'SMS-SUBMIT\n  to             1\n  text           \\x1b[2\\x9b\n                 �' '' \
   decode 0001000181F100080C001B005B0032009B000AD83D
-printf '0011000181F10000AD0161\r\n+CMT: ,5\n\nzz\n0002\n0011000181F10000AD0162\n' |
-  expect 1 $'{"type":"SUBMIT","destination":"1","text":"a"}\n{"type":"SUBMIT","destination":"1","text":"b"}' \
-    $'kest: line 4: not hexadecimal text, two digits to an octet: \'zz\'\nkest: line 5: ' decode --json -
+expect 1 $'{"type":"SUBMIT","destination":"1","text":"a"}\n{"type":"SUBMIT","destination":"1","text":"b"}' \
+  $'kest: line 4: not hexadecimal text, two digits to an octet: \'zz\'\nkest: line 5: ' decode --json - \
+  < <(printf '0011000181F10000AD0161\r\n+CMT: ,5\n\nzz\n0002\n0011000181F10000AD0162\n')
 
 # A long text goes out in segments, and comes back as one whatever their order. What is missing is
 # named, and a message beside it is not held up.
@@ -55,13 +55,14 @@ fields='{"type":"DELIVER","segment":{"total":2,"sequence":%s},"length":%s,"pdu":
 expect 0 "$(printf "$fields" 1 153 '8B06080400000201'"$(printf '00E9%.0s' {1..66})"; echo '"}'
   printf "$fields" 2 31 '110608040000020200E900E900E900E900E9"}')" '' \
   deliver --json --class 1 --time "$time" 1 "$(printf 'é%.0s' {1..71})"
-printf '%s\n' "${long[5]}" "${long[1]}" 0011000181F10000AD0162 "${long[3]}" |
-  expect 0 "{\"type\":\"SUBMIT\",\"destination\":\"1\",\"text\":\"b\"}
-{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":0,\"total\":3,\"missing\":[]},\"text\":\"$letters${letters}b\"}" \
-    '' decode --json -
-printf '%s\n' "${long[5]}" |
-  expect 0 $'SMS-SUBMIT\n  to             1\n  segments       3, reference 0\n  missing        1, 2\n  text           [...][...]b' \
-    '' decode -
+other=0051000181F10000AD090608040001030363 # the last segment of a message of another reference
+expect 0 "{\"type\":\"SUBMIT\",\"destination\":\"1\",\"text\":\"b\"}
+{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":0,\"total\":3,\"missing\":[]},\"text\":\"$letters${letters}b\"}
+{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":1,\"total\":3,\"missing\":[1,2]},\"text\":\"[...][...]c\"}" \
+  '' decode --json - \
+  < <(printf '%s\n' "${long[5]}" $other "${long[1]}" 0011000181F10000AD0162 "${long[3]}")
+expect 0 $'SMS-SUBMIT\n  to             1\n  segments       3, reference 1\n  missing        1, 2\n  text           [...][...]c' \
+  '' decode - <<<"$other"
 expect 0 $'AT+CMGS=33\n0000021002040401048D00060100081100032000100104101741A00501AD0A0140' '' \
   cdma --status-report 1234 hi
 expect 0 '{"type":"CDMA-SUBMIT","length":31,"pdu":"00000210020403004400060100081000032000100103000C000501AD0A0100"}' '' \
@@ -91,6 +92,7 @@ expect 1 '' "can't be encoded" cdma 1 ''
 expect 1 '' 'too long' cdma 1 "$(printf 'a%.0s' {1..161})"
 expect 1 '' 'more than 2048' submit 1 "$(printf 'a%.0s' {1..2049})"
 expect 1 '' 'segment 1 does not fit' submit 1 --class 0 --hex "$(printf '7B%.0s' {1..140})80"
+expect 1 '' 'over 255 octets' submit --hex 1 "$(printf 'F09F9880%.0s' {1..70})"
 expect 0 $'AT+CMGS=10\n0011000181F10000AD0161' 'a receiver reads: a' submit 1 $'a\x01'
 for command in '' submit deliver cdma decode ussd log; do
   # shellcheck disable=SC2086
