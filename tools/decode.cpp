@@ -130,86 +130,45 @@ std::string readable_time(const std::string &timestamp) {
   return timestamp.substr(0, 10) + " " + timestamp.substr(11, 8) + zone;
 }
 
-std::string numbers(const std::vector<unsigned> &values) {
-  std::string text;
-  for (const unsigned value : values) {
-    text += (text.empty() ? "" : ", ") + std::to_string(value);
-  }
-  return text;
-}
-
-void print_readable(const decoded_message &message) {
-  std::cout << "SMS-" << message.type << '\n';
+view view_of(const decoded_message &message) {
+  const bool received = !message.timestamp.empty();
+  const kest_sms_udh_info &udh = message.udh;
+  const std::string total = std::to_string(udh.total);
+  const std::string reference = ", reference " + std::to_string(udh.reference);
+  view shown(std::string("SMS-") + message.type, {{"type", message.type}});
   if (!message.smsc.empty()) {
-    print_row("service centre", message.smsc);
+    shown.add("smsc", "service centre", message.smsc);
   }
-  print_row(message.timestamp.empty() ? "to" : "from", message.address);
-  if (!message.timestamp.empty()) {
-    print_row("time", readable_time(message.timestamp));
+  if (received) {
+    shown.add("sender", "from", message.address);
+    shown.add("timestamp", "time", message.timestamp, readable_time(message.timestamp));
+  } else {
+    shown.add("destination", "to", message.address);
   }
   if (message.msg_class != KEST_SMS_CLASS_NONE) {
-    print_row("class", std::to_string(message.msg_class));
+    shown.add("class", "class", message.msg_class);
   }
-  const std::string total = std::to_string(message.udh.total);
-  const std::string reference = ", reference " + std::to_string(message.udh.reference);
   if (message.missing) {
-    print_row("segments", total + reference);
+    shown.add("segments", "segments", {{"reference", udh.reference}, {"total", udh.total}},
+              total + reference);
     if (!message.missing->empty()) {
-      print_row("missing", numbers(*message.missing));
+      shown.add("missing", "missing", *message.missing);
     }
-  } else if (message.udh.total != 0) {
-    print_row("segment", std::to_string(message.udh.sequence) + " of " + total + reference);
+  } else if (udh.total != 0) {
+    shown.add("segment", "segment",
+              {{"reference", udh.reference}, {"total", udh.total}, {"sequence", udh.sequence}},
+              std::to_string(udh.sequence) + " of " + total + reference);
   }
-  if (message.udh.dest_port != 0 || message.udh.orig_port != 0) {
-    print_row("ports", "to " + std::to_string(message.udh.dest_port) + ", from " +
-                           std::to_string(message.udh.orig_port));
-  }
-  if (message.is_text) {
-    print_row("text", text_of(message));
-  } else {
-    print_row("no text", message.userdata);
-  }
-}
-
-void print_as_json(const decoded_message &message) {
-  nlohmann::ordered_json object = {{"type", message.type}};
-  if (!message.smsc.empty()) {
-    object["smsc"] = message.smsc;
-  }
-  object[message.timestamp.empty() ? "destination" : "sender"] = message.address;
-  if (!message.timestamp.empty()) {
-    object["timestamp"] = message.timestamp;
-  }
-  if (message.msg_class != KEST_SMS_CLASS_NONE) {
-    object["class"] = message.msg_class;
-  }
-  if (message.missing) {
-    object["segments"] = {{"reference", message.udh.reference},
-                          {"total", message.udh.total},
-                          {"missing", *message.missing}};
-  } else if (message.udh.total != 0) {
-    object["segment"] = {{"reference", message.udh.reference},
-                         {"total", message.udh.total},
-                         {"sequence", message.udh.sequence}};
-  }
-  if (message.udh.dest_port != 0 || message.udh.orig_port != 0) {
-    object["ports"] = {{"destination", message.udh.dest_port},
-                       {"originator", message.udh.orig_port}};
+  if (udh.dest_port != 0 || udh.orig_port != 0) {
+    shown.add("ports", "ports", {{"destination", udh.dest_port}, {"originator", udh.orig_port}},
+              "to " + std::to_string(udh.dest_port) + ", from " + std::to_string(udh.orig_port));
   }
   if (message.is_text) {
-    object["text"] = text_of(message);
+    shown.add("text", "text", text_of(message));
   } else {
-    object["pdu"] = message.userdata;
+    shown.add("pdu", "no text", message.userdata);
   }
-  print_json(object);
-}
-
-void print(const decoded_message &message, const decode_options &options) {
-  if (options.json) {
-    print_as_json(message);
-  } else {
-    print_readable(message);
-  }
+  return shown;
 }
 
 // joined returns a message with the texts of the segments that came in, and a mark for the others.
@@ -236,8 +195,7 @@ bool same_message(const decoded_message &a, const decoded_message &b) {
 }
 
 // take_segment adds a segment to its message, and prints the message when that is whole.
-void take_segment(std::vector<open_message> &messages, const decoded_message &segment,
-                  const decode_options &options) {
+void take_segment(std::vector<open_message> &messages, const decoded_message &segment, bool json) {
   auto message = std::find_if(messages.begin(), messages.end(), [&](const open_message &open) {
     return same_message(open.first, segment);
   });
@@ -246,7 +204,7 @@ void take_segment(std::vector<open_message> &messages, const decoded_message &se
   }
   message->userdata[segment.udh.sequence] = segment.userdata;
   if (message->userdata.size() == segment.udh.total) {
-    print(joined(*message), options);
+    view_of(joined(*message)).print(json);
     messages.erase(message);
   }
 }
@@ -267,9 +225,9 @@ void decode_lines(const decode_options &options) {
     try {
       const decoded_message message = decode(line, options.direction);
       if (message.udh.sequence != 0) {
-        take_segment(messages, message, options);
+        take_segment(messages, message, options.json);
       } else {
-        print(message, options);
+        view_of(message).print(options.json);
       }
     } catch (const command_failure &failure) {
       std::cerr << "kest: line " << number << ": " << failure.what() << '\n';
@@ -277,7 +235,7 @@ void decode_lines(const decode_options &options) {
     }
   }
   for (const open_message &open : messages) {
-    print(joined(open), options);
+    view_of(joined(open)).print(options.json);
   }
   if (failed > 0) {
     throw command_failure(std::to_string(failed) + " of the PDUs failed");
@@ -292,7 +250,7 @@ void run(const decode_options &options) {
   if (const std::string fault = hex_fault(options.pdu); !fault.empty()) {
     throw CLI::ValidationError("pdu", fault);
   }
-  print(decode(options.pdu, options.direction), options);
+  view_of(decode(options.pdu, options.direction)).print(options.json);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <cstring>
 #include <iostream>
 
 #include "kest/kest.h"
@@ -133,16 +134,34 @@ std::string printable(std::string_view text) {
   return out;
 }
 
-void print_row(const char *name, const std::string &value) {
-  std::string shown = printable(value);
-  for (size_t i = 0; (i = shown.find('\n', i)) != std::string::npos; i += 18) {
-    shown.insert(i + 1, 17, ' ');
-  }
-  std::cout << "  " << name << std::string(15 - std::string_view(name).size(), ' ') << shown
-            << '\n';
-}
-
 void print_json(const nlohmann::ordered_json &object) {
   using json = nlohmann::ordered_json;
   std::cout << object.dump(-1, ' ', false, json::error_handler_t::replace) << '\n';
+}
+
+view::view(std::string title, nlohmann::ordered_json head)
+    : readable_(std::move(title)), object_(std::move(head)) {}
+
+void view::add(const char *key, const char *label, const nlohmann::ordered_json &value,
+               std::string shown) {
+  object_[key] = value;
+  if (shown.empty()) {
+    for (const auto &item : value.is_array() ? value : nlohmann::ordered_json::array({value})) {
+      shown +=
+          (shown.empty() ? "" : ", ") + (item.is_string() ? item.get<std::string>() : item.dump());
+    }
+  }
+  shown = printable(shown);
+  for (size_t i = 0; (i = shown.find('\n', i)) != std::string::npos; i += 18) {
+    shown.insert(i + 1, 17, ' ');
+  }
+  readable_ += std::string("\n  ") + label + std::string(15 - strlen(label), ' ') + shown;
+}
+
+void view::print(bool json) const {
+  if (json) {
+    print_json(object_);
+  } else {
+    std::cout << readable_ << '\n';
+  }
 }

@@ -35,8 +35,23 @@ std::string gsm_text(std::span<const uint8_t> packed, size_t septets);
 // not steer a terminal.
 std::string printable(std::string_view text);
 
-// print_row writes a line of the readable form, made printable.
-void print_row(const char *name, const std::string &value);
-
 // print_json writes one object as one line. Bytes that are no UTF-8 become U+FFFD.
 void print_json(const nlohmann::ordered_json &object);
+
+// What a command shows: one list of fields, which is a JSON object and a readable form in one.
+class view {
+public:
+  // The title stands above the readable form; `head` are the first fields of the object.
+  explicit view(std::string title, nlohmann::ordered_json head = {});
+
+  // add appends a field. The readable form shows it behind `label`, of at most 14 characters, as
+  // `shown`, or as it is if that is empty, made printable.
+  void add(const char *key, const char *label, const nlohmann::ordered_json &value,
+           std::string shown = "");
+
+  void print(bool json) const;
+
+private:
+  std::string readable_;
+  nlohmann::ordered_json object_;
+};

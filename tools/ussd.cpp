@@ -1,6 +1,5 @@
 // kest ussd: a USSD string as +CUSD reports it.
 #include <array>
-#include <iostream>
 #include <memory>
 
 #include "kest/kest.h"
@@ -30,13 +29,9 @@ std::string ussd_text(unsigned dcs, const std::vector<uint8_t> &octets) {
 }
 
 void run(const ussd_options &options) {
-  const std::string text = ussd_text(options.dcs, octets_of(options.octets));
-  if (options.json) {
-    print_json({{"dcs", options.dcs}, {"text", text}});
-  } else {
-    std::cout << "USSD string\n";
-    print_row("text", text);
-  }
+  view shown("USSD string", {{"dcs", options.dcs}});
+  shown.add("text", "text", ussd_text(options.dcs, octets_of(options.octets)));
+  shown.print(options.json);
 }
 
 std::string octets_fault(const std::string &text) {

@@ -57,8 +57,8 @@ expect 0 "$(printf "$fields" 1 153 '8B06080400000201'"$(printf '00E9%.0s' {1..66
   deliver --json --class 1 --time "$time" 1 "$(printf 'é%.0s' {1..71})"
 other=0051000181F10000AD090608040001030363 # the last segment of a message of another reference
 expect 0 "{\"type\":\"SUBMIT\",\"destination\":\"1\",\"text\":\"b\"}
-{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":0,\"total\":3,\"missing\":[]},\"text\":\"$letters${letters}b\"}
-{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":1,\"total\":3,\"missing\":[1,2]},\"text\":\"[...][...]c\"}" \
+{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":0,\"total\":3},\"text\":\"$letters${letters}b\"}
+{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":1,\"total\":3},\"missing\":[1,2],\"text\":\"[...][...]c\"}" \
   '' decode --json - \
   < <(printf '%s\n' "${long[5]}" $other "${long[1]}" 0011000181F10000AD0162 "${long[3]}")
 expect 0 $'SMS-SUBMIT\n  to             1\n  segments       3, reference 1\n  missing        1, 2\n  text           [...][...]c' \
