@@ -142,22 +142,27 @@ kest_sms_encode_options detail_options(const gw_options &options, const segment 
 }
 
 void encode_segments(const gw_options &options, const char *type, const segment_encoder &encode) {
-  for (const segment &part : segments_of(message_text(options), options.is_hex)) {
-    std::vector<uint8_t> octets = service_centre_field(options.smsc);
-    const size_t tpdu = octets.size();
-    octets.resize(tpdu + KEST_SMS_DELIVER_PDU_SIZE); // the larger of the two kinds
-    const uint32_t size = encode(part, std::span(octets).subspan(tpdu));
+  const std::vector<segment> segments = segments_of(message_text(options), options.is_hex);
+  const std::vector<uint8_t> smsc = service_centre_field(options.smsc);
+  std::vector<std::string> pdus; // all of them first: half a message is not worth sending
+  for (const segment &part : segments) {
+    std::vector<uint8_t> octets = smsc;
+    octets.resize(smsc.size() + KEST_SMS_DELIVER_PDU_SIZE); // the larger of the two kinds
+    const uint32_t size = encode(part, std::span(octets).subspan(smsc.size()));
     if (size == 0) {
       throw command_failure("the message can't be encoded; --trace tells why");
     }
-    octets.resize(tpdu + size);
-    const std::string pdu = hex_of(octets);
+    octets.resize(smsc.size() + size);
+    pdus.push_back(hex_of(octets));
+  }
+  for (size_t i = 0; i < segments.size(); ++i) {
+    const segment &part = segments[i];
     nlohmann::ordered_json object = {{"type", type}};
     if (part.total > 1) {
       object["segment"] = {{"total", part.total}, {"sequence", part.sequence}};
     }
-    print_message(options, object, size, pdu);
-    const std::string read = read_back(pdu);
+    print_message(options, object, pdus[i].size() / 2 - smsc.size(), pdus[i]);
+    const std::string read = read_back(pdus[i]);
     if (!options.is_hex && read != part.text) {
       std::cerr << "kest: warning: this is not the whole text; a receiver reads: "
                 << printable(join_surrogates(read)) << '\n';

@@ -92,6 +92,7 @@ expect 1 '' "can't be encoded" cdma 1 ''
 expect 1 '' 'too long' cdma 1 "$(printf 'a%.0s' {1..161})"
 expect 1 '' 'more than 2048' submit 1 "$(printf 'a%.0s' {1..2049})"
 expect 1 '' 'segment 1 does not fit' submit 1 --class 0 --hex "$(printf '7B%.0s' {1..140})80"
+expect 1 '' "can't be encoded" submit --hex 1 "$(printf '61%.0s' {1..200})C3"
 expect 1 '' 'over 255 octets' submit --hex 1 "$(printf 'F09F9880%.0s' {1..70})"
 expect 0 $'AT+CMGS=10\n0011000181F10000AD0161' 'a receiver reads: a' submit 1 $'a\x01'
 for command in '' submit deliver cdma decode ussd log; do
