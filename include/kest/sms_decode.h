@@ -1,18 +1,18 @@
-// kest/sms_decode.h: SMS-DELIVER and SMS-SUBMIT PDUs as a modem reports them, taken apart.
+// kest/sms_decode.h: short messages as a modem reports them, taken apart.
 //
-// `pdu` is hexadecimal text with the service-centre field in front (an octet 0 if there is none),
-// at most 510 characters, not null. Octets behind its end read as 0: a short PDU decodes as if
-// zeros followed. The result is 1 for a decoded PDU, and 0 with a line in the debug log for a
-// refused one; fields that were read before the fault are written all the same.
+// `pdu` is hexadecimal text with the service-centre field in front (an octet 0
+// if there is none), at most 510 characters, not null. Octets behind its end read as 0: a short PDU
+// decodes as if zeros followed. The result is 1 for a decoded PDU, and 0 with a line in the debug
+// log for a refused one; fields that were read before the fault are written all the same.
 //
 // Outputs belong to the caller and have the sizes below; the capacity is not passed. `smsc`,
-// `sender`, `destination`, `timestamp` and `udh` may be null, and are then stepped over. Clear all
-// of them before the call: `smsc` stays untouched if the PDU has none, and neither an alphanumeric
-// address (at most 20 codes of the GSM 7 bit default alphabet, one to a byte) nor a time stamp is
-// terminated. A number is terminated: at most 20 digits, behind a '+' if it is international. Its
-// semi-octets above 9 are '*', '#', 'c', 'd' and 'e'. NOTE: a filler in the midst of a number ends
-// its field there, and all that follows is read from behind it; an address that is stepped over
-// has its whole length.
+// `sender`, `destination`, `recipient`, the time stamps and `udh` may be null, and are then stepped
+// over. Clear all of them before the call: `smsc` stays untouched if the PDU has none, and neither
+// an alphanumeric address (at most 20 codes of the GSM 7 bit default alphabet, one to a byte) nor a
+// time stamp is terminated. A number is terminated: at most 20 digits, behind a '+' if it is
+// international. Its semi-octets above 9 are '*', '#', 'c', 'd' and 'e'. NOTE: a filler in the
+// midst of a number ends its field there, and all that follows is read from behind it; an address
+// that is stepped over has its whole length.
 //
 // `userdata` receives the message as hexadecimal text of its UTF-8 form, of which 254 octets come
 // out at most. Each 16-bit unit of a UCS-2 message becomes a character of its own, so that a
@@ -39,7 +39,8 @@ extern "C" {
 enum {
   KEST_SMS_ADDRESS_TEXT_SIZE = 22, // '+', 20 digits and a terminator
   KEST_SMS_TIME_TEXT_SIZE = 23,    // "YYYY/MM/DD,hh:mm:ss+zz", and a terminator of the caller's
-  KEST_SMS_USERDATA_TEXT_SIZE = 511
+  KEST_SMS_USERDATA_TEXT_SIZE = 511,
+  KEST_SMS_STATUS_TEXT_SIZE = 3 // two digits and a terminator
 };
 
 // kest_sms_decode_gw_deliver_pdu reads an SMS-DELIVER (3GPP TS 23.040, clause 9.2.2.1).
@@ -67,6 +68,25 @@ KEST_API uint32_t kest_sms_decode_gw_submit_pdu(const char *pdu, char *smsc, cha
 KEST_API uint32_t kest_sms_decode_gw_submit_pdu_v2(const char *pdu, char *smsc, char *destination,
                                                    char *userdata, kest_sms_udh_info *udh,
                                                    kest_sms_msg_class *msg_class);
+
+// kest_sms_decode_gw_status_report_pdu reads an SMS-STATUS-REPORT (3GPP TS 23.040, clause 9.2.2.3):
+// the number that the message went to, when the service centre received it, when it was delivered
+// or last tried, and TP-ST as two hexadecimal digits in lower case (clause 9.2.3.15; "00" is
+// delivered), in `status`, which must not be null. `userdata` is written only if the report has
+// user data, so clear it before the call.
+KEST_API uint32_t kest_sms_decode_gw_status_report_pdu(const char *pdu, char *smsc, char *recipient,
+                                                       char *scts, char *discharge_time,
+                                                       char *status, char *userdata,
+                                                       kest_sms_udh_info *udh);
+
+// kest_sms_decode_gw_status_report_pdu_v2 also reports the message class, which is
+// KEST_SMS_CLASS_NONE after any refusal ahead of the data coding scheme and for a report without
+// one.
+KEST_API uint32_t kest_sms_decode_gw_status_report_pdu_v2(const char *pdu, char *smsc,
+                                                          char *recipient, char *scts,
+                                                          char *discharge_time, char *status,
+                                                          char *userdata, kest_sms_udh_info *udh,
+                                                          kest_sms_msg_class *msg_class);
 
 #ifdef __cplusplus
 }

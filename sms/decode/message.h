@@ -12,6 +12,7 @@ constexpr size_t PDU_SIZE = 255; // octets, service-centre field included
 // TP-MTI (3GPP TS 23.040, clause 9.2.3.1), as bits of a set.
 constexpr unsigned TYPE_DELIVER = 1 << 0;
 constexpr unsigned TYPE_SUBMIT = 1 << 1;
+constexpr unsigned TYPE_STATUS_REPORT = 1 << 2;
 constexpr unsigned TYPE_RESERVED = 1 << 3; // a received one is read as a DELIVER
 
 // A PDU under decoding. `in` reads `pdu`, so that a message stays where it was made.

@@ -16,7 +16,8 @@ bool applies(const json &row, const sms_decoder &d) {
 }
 
 // Messages of real networks, and of both sides of each limit. "address" is the sender or the
-// destination; what is missing in a row is left alone by the decoders.
+// destination; what is missing in a row is left alone by the decoders. "trace" holds the decoder's
+// own trace lines.
 TEST(DecodeMessage, GivesWhatTheMessageHolds) {
   for (const json &row : vectors("sms/decode/message")) {
     for (const sms_decoder &d : SMS_DECODERS) {
@@ -24,10 +25,10 @@ TEST(DecodeMessage, GivesWhatTheMessageHolds) {
         continue;
       }
       SCOPED_TRACE(d.name + row.dump());
-      const debug_log log(KEST_LOG_ERROR);
+      const debug_log log(row.contains("trace") ? KEST_LOG_DEBUG | KEST_LOG_ERROR : KEST_LOG_ERROR);
       sms_outputs out;
       if (row.contains("null")) {
-        out.smsc = out.address = out.timestamp = {};
+        out.smsc = out.address = out.timestamp = out.discharge_time = {};
       }
       out.udh_no_concat = row.value("flag", 0u);
       const std::string line = row.value("line", "");
@@ -37,17 +38,27 @@ TEST(DecodeMessage, GivesWhatTheMessageHolds) {
       EXPECT_EQ(taken(out.smsc), row.value("smsc", json()));
       EXPECT_EQ(taken(out.address), row.value("address", json()));
       EXPECT_EQ(taken(out.timestamp), row.value("timestamp", json()));
+      EXPECT_EQ(taken(out.discharge_time), row.value("discharge_time", json()));
+      EXPECT_EQ(taken(out.status), row.value("status", json()));
       const std::string userdata = row.contains("userdata") ? hex_value(row, "userdata") : "";
       EXPECT_EQ(std::string(out.userdata.begin(), out.userdata.end()),
-                line.empty() ? userdata + std::string(511 - userdata.size(), '\0')
-                             : std::string(511, '~'));
+                line.empty() && !row.contains("no_userdata")
+                    ? userdata + std::string(511 - userdata.size(), '\0')
+                    : std::string(511, '~'));
       EXPECT_EQ(out.msg_class, d.v2 ? row["msg_class"].get<uint32_t>() : 99);
       EXPECT_EQ(out.udh_no_concat,
                 d.decode == DELIVER_V2.decode ? row.value("udh_no_concat", 0u) : 0);
       EXPECT_EQ(to_json(out.udh), expected_udh(row, {}));
       log_lines own = log.lines(); // without those of digits and headers
       std::erase_if(own, [&](auto &text) { return !text.starts_with(d.name + std::string(" ")); });
-      EXPECT_EQ(own, line.empty() ? log_lines{} : log_lines{d.name + (" " + line)});
+      log_lines expected = row.value("trace", log_lines{});
+      if (!line.empty()) {
+        expected.push_back(line);
+      }
+      for (std::string &text : expected) {
+        text.insert(0, d.name + std::string(" "));
+      }
+      EXPECT_EQ(own, expected);
     }
   }
 }
@@ -63,12 +74,14 @@ TEST(DecodeMessage, DataCodingSchemes) {
     const unsigned general = dcs >> 2 & 3, closing = group == 15 ? general & 1 : 0;
     const unsigned alphabet = group < 4 ? general : group == 14 ? 2 : closing;
     const std::string octet = hex(std::vector<uint8_t>{static_cast<uint8_t>(dcs)});
-    const std::string deliver = "00040181F100" + octet + "1210321105022301E8";
+    const std::string stamp = "12103211050223";
+    const std::string deliver = "00040181F100" + octet + stamp + "01E8";
     const std::string submit = "0001000181F100" + octet + "01E8";
-    for (const sms_decoder &d : {DELIVER_V2, SUBMIT_V2}) {
+    const std::string report = "0006000181F1" + stamp + stamp + "0006" + octet + "01E8";
+    for (const auto &[d, pdu] :
+         {std::pair(DELIVER_V2, deliver), {SUBMIT_V2, submit}, {REPORT_V2, report}}) {
       const debug_log log(KEST_LOG_DEBUG);
       sms_outputs out;
-      const std::string &pdu = d.kind == std::string("deliver") ? deliver : submit;
       EXPECT_EQ(d.decode(pdu.c_str(), out, nullptr), 1u);
       EXPECT_STREQ(out.userdata.data(), texts[alphabet]);
       EXPECT_EQ(out.msg_class, has_class ? dcs & 3 : 4);
