@@ -1,6 +1,6 @@
-// kest/sms_decode.h: short messages as a modem reports them, taken apart.
+// kest/sms_decode.h: short messages and cell broadcast as a modem reports them, taken apart.
 //
-// `pdu` is hexadecimal text with the service-centre field in front (an octet 0
+// Of short messages, `pdu` is hexadecimal text with the service-centre field in front (an octet 0
 // if there is none), at most 510 characters, not null. Octets behind its end read as 0: a short PDU
 // decodes as if zeros followed. The result is 1 for a decoded PDU, and 0 with a line in the debug
 // log for a refused one; fields that were read before the fault are written all the same.
@@ -40,7 +40,8 @@ enum {
   KEST_SMS_ADDRESS_TEXT_SIZE = 22, // '+', 20 digits and a terminator
   KEST_SMS_TIME_TEXT_SIZE = 23,    // "YYYY/MM/DD,hh:mm:ss+zz", and a terminator of the caller's
   KEST_SMS_USERDATA_TEXT_SIZE = 511,
-  KEST_SMS_STATUS_TEXT_SIZE = 3 // two digits and a terminator
+  KEST_SMS_STATUS_TEXT_SIZE = 3, // two digits and a terminator
+  KEST_SMS_CB_TEXT_SIZE = 2505   // hexadecimal text of 1252 octets, and a terminator
 };
 
 // kest_sms_decode_gw_deliver_pdu reads an SMS-DELIVER (3GPP TS 23.040, clause 9.2.2.1).
@@ -87,6 +88,31 @@ KEST_API uint32_t kest_sms_decode_gw_status_report_pdu_v2(const char *pdu, char 
                                                           char *discharge_time, char *status,
                                                           char *userdata, kest_sms_udh_info *udh,
                                                           kest_sms_msg_class *msg_class);
+
+// kest_sms_decode_gw_cb_pdu reads a cell broadcast message (3GPP TS 23.041): `length` octets, not
+// hexadecimal text. Up to 88 are a page of a GSM message or an ETWS primary notification, more are
+// a UMTS message with all of its pages. Octets behind a short header read as 0. It clears `info`
+// and fills it, and writes the text to `text`, of KEST_SMS_CB_TEXT_SIZE bytes, as hexadecimal text
+// of its UTF-8 form. No pointer may be null.
+//
+// The result is 1, and 0 for a UMTS message of another type than 1 or with more pages than it has
+// room for, with a line in the log, or without memory for some 4 KB. `text` is untouched then, and
+// also where there is no text: for an ETWS primary notification and for less than 6 octets. So
+// clear it before the call. NOTE: it is untouched as well if the text has more than 1252 octets in
+// UTF-8; of more than 1252 septets or octets on the air the first 1252 are taken.
+//
+// Each page of a UMTS message in the 7 bit alphabet is unpacked by itself, as far as its length
+// octet says. NOTE: in the other alphabets pages stand 82 octets apart, and the sum of their
+// lengths is taken of that run. A length above 82 counts as 82. Filling, such as carriage returns,
+// is part of the text; a language code ahead of the text is not. How characters come out is told
+// above, at `userdata`.
+KEST_API uint32_t kest_sms_decode_gw_cb_pdu(const uint8_t *cb_data, uint16_t length, char *text,
+                                            kest_sms_cb_info *info);
+
+// kest_sms_decode_gw_cb_pdu_v2 also reports the message class.
+KEST_API uint32_t kest_sms_decode_gw_cb_pdu_v2(const uint8_t *cb_data, uint16_t length, char *text,
+                                               kest_sms_cb_info *info,
+                                               kest_sms_msg_class *msg_class);
 
 #ifdef __cplusplus
 }

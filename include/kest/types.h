@@ -48,6 +48,49 @@ typedef struct kest_sms_udh_info {
   uint16_t orig_port; // originator application port
 } kest_sms_udh_info;
 
+// Values of kest_sms_cb_info.
+enum {
+  KEST_CB_FORMAT_GSM = 1,          // a page of at most 88 octets (3GPP TS 23.041, clause 9.4.1.2)
+  KEST_CB_FORMAT_UMTS = 2,         // a message with all of its pages (clause 9.4.2)
+  KEST_CB_FORMAT_ETWS_PRIMARY = 3, // a notification without text (clause 9.4.1.3)
+
+  KEST_CB_LANGUAGE_NONE = 15,   // none given
+  KEST_CB_LANGUAGE_IN_TEXT = 16 // a code stood ahead of the text, see language_chars
+};
+
+// kest_sms_cb_info is the header of a cell broadcast message. The decoders clear it first, so that
+// a field which the message does not have is 0.
+typedef struct kest_sms_cb_info {
+  uint32_t format; // KEST_CB_FORMAT_...
+  uint16_t message_identifier;
+  uint16_t serial_number;     // whole; its parts follow
+  uint8_t geographical_scope; // 0 and 3 cell, 1 network, 2 location area; 0 is displayed at once
+  uint16_t message_code;      // 0 to 1023
+  uint8_t update_number;      // 0 to 15
+  uint8_t umts_message_type;  // of a UMTS message: 1, or the type that was refused
+  uint8_t alphabet;           // kest_gw_alphabet
+  uint8_t language;          // KEST_CB_LANGUAGE_..., or the data coding octet itself, 0x00 to 0x3F,
+                             // where that is a language of 3GPP TS 23.038, clause 5
+  uint8_t language_chars[3]; // language 16: two characters and a carriage return; "EN" if the page
+                             // is too short for a code
+  uint8_t total_pages;       // pages of the message, 1 if not known; of a UMTS message its octet
+  uint8_t page_number;       // number of this page, from 1
+
+  // ETWS, identifiers 0x1100 to 0x1107; otherwise 0.
+  uint16_t warning_type;        // 0 earthquake, 1 tsunami, 2 both, 3 test, 4 other, 5 to 7 reserved
+  uint8_t emergency_user_alert; // 1: alert the user
+  uint8_t popup;                // 1: show on the display
+  char timestamp[23];           // "YYYY/MM/DD,hh:mm:ss+zz" of a primary notification, or empty
+
+  // CMAS, identifiers 4370 to 4399; -1 is unknown or not applicable. Otherwise 0: look at the
+  // identifier first, for 0 is a value of each.
+  int32_t cmas_class;     // 0 presidential, 1 extreme, 2 severe, 3 child abduction emergency,
+                          // 4 required monthly test, 5 exercise, 6 operator defined
+  int32_t cmas_severity;  // 0 extreme, 1 severe
+  int32_t cmas_urgency;   // 0 immediate, 1 expected
+  int32_t cmas_certainty; // 0 observed, 1 likely
+} kest_sms_cb_info;
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,209 @@
+#include "sms/decode/cell_broadcast_header.h"
+
+#include <cstddef>
+#include <iterator>
+
+#include "kest/log.h"
+#include "sms/decode/timestamp.h"
+
+// The host's record, on 32-bit and 64-bit targets alike.
+static_assert(sizeof(kest_sms_cb_info) == 68 &&
+              offsetof(kest_sms_cb_info, message_identifier) == 4 &&
+              offsetof(kest_sms_cb_info, serial_number) == 6 &&
+              offsetof(kest_sms_cb_info, geographical_scope) == 8 &&
+              offsetof(kest_sms_cb_info, message_code) == 10 &&
+              offsetof(kest_sms_cb_info, update_number) == 12 &&
+              offsetof(kest_sms_cb_info, umts_message_type) == 13 &&
+              offsetof(kest_sms_cb_info, alphabet) == 14 &&
+              offsetof(kest_sms_cb_info, language) == 15 &&
+              offsetof(kest_sms_cb_info, language_chars) == 16 &&
+              offsetof(kest_sms_cb_info, total_pages) == 19 &&
+              offsetof(kest_sms_cb_info, page_number) == 20 &&
+              offsetof(kest_sms_cb_info, warning_type) == 22 &&
+              offsetof(kest_sms_cb_info, emergency_user_alert) == 24 &&
+              offsetof(kest_sms_cb_info, popup) == 25 &&
+              offsetof(kest_sms_cb_info, timestamp) == 26 &&
+              offsetof(kest_sms_cb_info, cmas_class) == 52 &&
+              offsetof(kest_sms_cb_info, cmas_severity) == 56 &&
+              offsetof(kest_sms_cb_info, cmas_urgency) == 60 &&
+              offsetof(kest_sms_cb_info, cmas_certainty) == 64);
+
+namespace {
+
+constexpr size_t GSM_MAX_SIZE = 88; // octets of a page; a UMTS message has more (clause 9.4.1.1)
+constexpr int32_t HEADER_SIZE = 6;
+constexpr int32_t ETWS_HEADER_SIZE = 13; // with a time stamp
+constexpr size_t LANGUAGE_CODE_SIZE = 2; // octets
+constexpr uint8_t CARRIAGE_RETURN = 13;
+
+// Message identifiers (clause 9.4.1.2.2).
+constexpr unsigned ETWS_FIRST = 0x1100; // to 0x1107
+constexpr unsigned ETWS_MASK = 0xFFF8;
+constexpr unsigned CMAS_FIRST = 4370;
+constexpr unsigned CMAS_LAST = 4399;
+
+struct cmas_row {
+  int8_t message_class, severity, urgency, certainty; // as in the record
+};
+
+// From CMAS_FIRST on. The identifiers behind the table are as its UNKNOWN_CMAS.
+constexpr cmas_row UNKNOWN_CMAS = {-1, -1, -1, -1};
+constexpr cmas_row CMAS_ROWS[] = {
+    {0, -1, -1, -1},                                           // presidential level
+    {1, 0, 0, 0},    {1, 0, 0, 1}, {1, 0, 1, 0}, {1, 0, 1, 1}, // extreme
+    {2, 1, 0, 0},    {2, 1, 0, 1}, {2, 1, 1, 0}, {2, 1, 1, 1}, // severe
+    {3, -1, -1, -1},                                           // child abduction emergency
+    {4, -1, -1, -1},                                           // required monthly test
+    {5, -1, -1, -1},                                           // exercise
+    {6, -1, -1, -1},                                           // operator defined
+};
+
+unsigned read_number(octet_reader &in) {
+  const unsigned high = read_octet(in);
+  return high << 8 | read_octet(in);
+}
+
+void read_serial_number(octet_reader &in, kest_sms_cb_info &info) {
+  const unsigned serial = read_number(in);
+  info.serial_number = static_cast<uint16_t>(serial);
+  info.geographical_scope = static_cast<uint8_t>(serial >> 14);
+  info.message_code = (serial >> 4) & 0x3FF;
+  info.update_number = serial & 0xF;
+}
+
+bool is_etws(const kest_sms_cb_info &info) {
+  return (info.message_identifier & ETWS_MASK) == ETWS_FIRST;
+}
+
+// set_language_chars unpacks the two septets that `content` begins with.
+void set_language_chars(const octet_reader &content, kest_sms_cb_info &info) {
+  info.language_chars[0] = 'E'; // if there is no room for a code
+  info.language_chars[1] = 'N';
+  info.language_chars[2] = CARRIAGE_RETURN;
+  if (content.octets.size() - content.pos >= LANGUAGE_CODE_SIZE) {
+    const unsigned packed = peek_octet(content, 0) | unsigned{peek_octet(content, 1)} << 8;
+    info.language_chars[0] = packed & 0x7F;
+    info.language_chars[1] = (packed >> 7) & 0x7F;
+  }
+}
+
+// decode_data_coding reads the data coding scheme of cell broadcast (3GPP TS 23.038, clause 5),
+// which is not that of short messages.
+void decode_data_coding(uint8_t octet, kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
+  constexpr uint8_t RESERVED_ALPHABET = 3;
+  info.alphabet = KEST_GW_ALPHABET_7BIT;
+  info.language = KEST_CB_LANGUAGE_NONE;
+  switch (octet >> 4) {
+  case 0x0: // languages in the 7 bit alphabet
+  case 0x2:
+  case 0x3:
+    info.language = octet;
+    break;
+  case 0x1: // a language code ahead of the text
+    if (octet <= 0x11) {
+      info.language = KEST_CB_LANGUAGE_IN_TEXT;
+      info.alphabet = octet == 0x11 ? KEST_GW_ALPHABET_UCS2 : KEST_GW_ALPHABET_7BIT;
+    }
+    break;
+  case 0x4: // general data coding; compression is not looked at
+  case 0x5:
+  case 0x6:
+  case 0x7:
+    info.alphabet = (octet >> 2) & 3;
+    if (info.alphabet == RESERVED_ALPHABET) {
+      info.alphabet = KEST_GW_ALPHABET_7BIT;
+    }
+    if ((octet & 0x10) != 0) {
+      msg_class = octet & 3u;
+    }
+    break;
+  case 0xF: // data coding and message class
+    info.alphabet = (octet >> 2) & 1;
+    msg_class = octet & 3u;
+    break;
+  default: // reserved
+    break;
+  }
+}
+
+// read_data_coding reads the octet and, behind it and the one of the pages, the language code.
+void read_data_coding(octet_reader &in, kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
+  decode_data_coding(read_octet(in), info, msg_class);
+  if (info.language == KEST_CB_LANGUAGE_IN_TEXT) {
+    octet_reader content = in;
+    skip_octets(content, 1);
+    set_language_chars(content, info);
+  }
+}
+
+void read_gsm_page(octet_reader &in, kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
+  info.format = KEST_CB_FORMAT_GSM;
+  read_data_coding(in, info, msg_class);
+  const uint8_t pages = read_octet(in);
+  info.page_number = pages >> 4;
+  info.total_pages = pages & 0xF;
+}
+
+// read_etws_primary returns the size of the header. The warning type is told by the identifier.
+int32_t read_etws_primary(octet_reader &in, kest_sms_cb_info &info) {
+  info.format = KEST_CB_FORMAT_ETWS_PRIMARY;
+  info.alphabet = KEST_GW_ALPHABET_7BIT;
+  info.language = KEST_CB_LANGUAGE_NONE;
+  if (in.octets.size() < ETWS_HEADER_SIZE) {
+    return HEADER_SIZE;
+  }
+  skip_octets(in, 2);
+  kest_sms_decode_timestamp(in, info.timestamp);
+  return ETWS_HEADER_SIZE;
+}
+
+void classify_warning(kest_sms_cb_info &info) {
+  const unsigned identifier = info.message_identifier;
+  if (is_etws(info)) {
+    info.warning_type = static_cast<uint16_t>(identifier - ETWS_FIRST);
+    info.emergency_user_alert = (info.serial_number >> 13) & 1;
+    info.popup = (info.serial_number >> 12) & 1;
+  } else if (identifier >= CMAS_FIRST && identifier <= CMAS_LAST) {
+    const size_t index = identifier - CMAS_FIRST;
+    const cmas_row &row = index < std::size(CMAS_ROWS) ? CMAS_ROWS[index] : UNKNOWN_CMAS;
+    info.cmas_class = row.message_class;
+    info.cmas_severity = row.severity;
+    info.cmas_urgency = row.urgency;
+    info.cmas_certainty = row.certainty;
+  }
+}
+
+} // namespace
+
+int32_t kest_sms_decode_gw_cb_header(octet_reader message, kest_sms_cb_info &info,
+                                     kest_sms_msg_class &msg_class) {
+  octet_reader &in = message;
+  int32_t header_size = HEADER_SIZE;
+  msg_class = KEST_SMS_CLASS_NONE;
+  if (in.octets.size() > GSM_MAX_SIZE) {
+    info.format = KEST_CB_FORMAT_UMTS;
+    info.umts_message_type = read_octet(in);
+    if (info.umts_message_type != CB_TYPE_MESSAGE) {
+      kest_log(log_level & KEST_LOG_ERROR, "%s Error msg type: umts_message_type=%d !!!\n",
+               "kest_sms_decode_gw_cb_header", info.umts_message_type);
+      return CB_WRONG_TYPE;
+    }
+    info.message_identifier = static_cast<uint16_t>(read_number(in));
+    read_serial_number(in, info);
+    read_data_coding(in, info, msg_class);
+  } else {
+    read_serial_number(in, info);
+    info.message_identifier = static_cast<uint16_t>(read_number(in));
+    if (is_etws(info)) {
+      header_size = read_etws_primary(in, info);
+    } else {
+      read_gsm_page(in, info, msg_class);
+    }
+  }
+  classify_warning(info);
+  if (info.page_number == 0 || info.total_pages == 0) {
+    info.page_number = 1;
+    info.total_pages = 1;
+  }
+  return header_size;
+}
