@@ -4,6 +4,7 @@
 
 #include "kest/export.h"
 #include "kest/log.h"
+#include "kest/sim.h"
 #include "kest/sms_cdma.h"
 #include "kest/sms_decode.h"
 #include "kest/sms_encode.h"

@@ -1,0 +1,95 @@
+// kest/sim.h: what a SIM tells of a file in its answer to GET RESPONSE or SELECT.
+//
+// Both generations of cards give the same record: the answer of a 2G SIM (ETSI TS 51.011, clause
+// 9.2.1) and the FCP template of a 3G UICC (ETSI TS 102 221, clause 11.1.1.3). Nothing here
+// allocates, logs or keeps a state; any thread may call these functions.
+#ifndef KEST_SIM_H
+#define KEST_SIM_H
+
+#include "kest/export.h"
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+// kest_sim_access_method is how the keys of an access rule stand to each other.
+typedef uint32_t kest_sim_access_method;
+enum {
+  KEST_SIM_ACCESS_ALWAYS = 0, // no condition
+  KEST_SIM_ACCESS_NEVER = 1,  // not allowed; also whatever is not understood
+  KEST_SIM_ACCESS_AND = 2,    // all keys are needed
+  KEST_SIM_ACCESS_OR = 3,     // any of the keys is enough
+  KEST_SIM_ACCESS_SINGLE = 4  // one key is needed
+};
+
+// The keys of an access rule, as bits of its mask. All application PINs share one bit, and so do
+// all second application PINs.
+enum {
+  KEST_SIM_KEY_PIN = 0x0001,  // application PIN 1 to 8; 2G: CHV1
+  KEST_SIM_KEY_PIN2 = 0x0002, // second application PIN 1 to 8; 2G: CHV2
+  KEST_SIM_KEY_UNIVERSAL_PIN = 0x0004,
+  KEST_SIM_KEY_ADM1 = 0x0010,  // the administrative keys ADM1 to ADM10 follow each other
+  KEST_SIM_KEY_ADM10 = 0x2000, // the last of 3G
+  KEST_SIM_KEY_ADM11 = 0x4000  // 2G: access condition 14
+};
+
+// kest_sim_access_condition is the access rule of one operation.
+typedef struct kest_sim_access_condition {
+  kest_sim_access_method method;
+  uint64_t mask; // KEST_SIM_KEY_... bits
+} kest_sim_access_condition;
+
+// kest_sim_file_type is the structure of an EF (a file with data), or a folder: DF or MF.
+typedef uint32_t kest_sim_file_type;
+enum {
+  KEST_SIM_FILE_TRANSPARENT = 0,  // octets
+  KEST_SIM_FILE_CYCLIC = 1,       // records, the newest first
+  KEST_SIM_FILE_LINEAR_FIXED = 2, // records by number
+  KEST_SIM_FILE_DF = 3,
+  KEST_SIM_FILE_MF = 4 // the root
+};
+
+// kest_sim_file_info is what is known of a file.
+typedef struct kest_sim_file_info {
+  uint16_t file_size; // octets; of a 2G MF or DF the free memory
+  uint16_t file_id;   // 0x3F00 is the MF
+  kest_sim_file_type file_type;
+  uint16_t record_length; // octets, of a cyclic or linear fixed file
+  uint16_t record_count;
+  kest_sim_access_condition read; // and search
+  kest_sim_access_condition update;
+  kest_sim_access_condition increase;
+  kest_sim_access_condition deactivate; // 2G: INVALIDATE
+  kest_sim_access_condition activate;   // 2G: REHABILITATE
+  uint16_t ref_file_id; // if the rules stand in another file: its identifier; 3G alone
+  uint8_t ref_record;   // and the record there
+} kest_sim_file_info;
+
+// kest_decode_sim_get_response_data reads the `length` octets of an answer into `info`. A first
+// octet 0x62 makes it an FCP template; its objects are taken in the order that the standard gives
+// them in the answer for an EF, an MF or a DF. The result is 1, also for an answer that is
+// understood only in part, and 0 for an answer that is cut off, for a template that does not begin
+// with a file descriptor, for a null pointer and for a `length` of 0. `info` is untouched then.
+//
+// Fields of which the answer says nothing keep what the caller put there, so clear the record
+// before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS. Where it
+// matters that a card may have given none, put another method there, such as
+// KEST_SIM_ACCESS_NEVER. For record fields a 3G answer is held against `file_type`, which is the
+// caller's if the file descriptor names no type.
+KEST_API int32_t kest_decode_sim_get_response_data(const uint8_t *data, uint16_t length,
+                                                   kest_sim_file_info *info);
+
+// kest_decode_exp_sec_attr reads security attributes in the expanded format (ETSI TS 102 221,
+// clause 9.5.6.2; ISO/IEC 7816-4): the `length` octets of the object 0xAB, without its tag and
+// length. It replaces the five rules of `info`, which must not be null: an operation without a rule
+// is KEST_SIM_ACCESS_NEVER. A rule that the end cuts off ends the walk and is not stored.
+KEST_API void kest_decode_exp_sec_attr(const uint8_t *data, uint16_t length,
+                                       kest_sim_file_info *info);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,234 @@
+#include "sim/access.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <optional>
+
+#include "sim/answer_reader.h"
+
+// The host's record, by the alignment that the target gives to 64-bit words.
+constexpr size_t RULE_SIZE = 8 + alignof(kest_sim_access_condition);
+constexpr size_t RULES_AT = alignof(kest_sim_access_condition) == 8 ? 16 : 12;
+static_assert(sizeof(kest_sim_access_condition) == RULE_SIZE &&
+              offsetof(kest_sim_access_condition, mask) == RULE_SIZE - 8);
+static_assert(offsetof(kest_sim_file_info, file_id) == 2 &&
+              offsetof(kest_sim_file_info, file_type) == 4 &&
+              offsetof(kest_sim_file_info, record_length) == 8 &&
+              offsetof(kest_sim_file_info, record_count) == 10 &&
+              offsetof(kest_sim_file_info, read) == RULES_AT &&
+              offsetof(kest_sim_file_info, update) == RULES_AT + RULE_SIZE &&
+              offsetof(kest_sim_file_info, increase) == RULES_AT + 2 * RULE_SIZE &&
+              offsetof(kest_sim_file_info, deactivate) == RULES_AT + 3 * RULE_SIZE &&
+              offsetof(kest_sim_file_info, activate) == RULES_AT + 4 * RULE_SIZE &&
+              offsetof(kest_sim_file_info, ref_file_id) == RULES_AT + 5 * RULE_SIZE &&
+              offsetof(kest_sim_file_info, ref_record) == RULES_AT + 5 * RULE_SIZE + 2);
+
+namespace {
+
+constexpr kest_sim_access_condition ALWAYS = {KEST_SIM_ACCESS_ALWAYS, 0};
+constexpr kest_sim_access_condition NEVER = {KEST_SIM_ACCESS_NEVER, 0};
+
+// The bit of an access mode octet that selects a rule, in the order of the compact conditions.
+struct mode_bit {
+  uint8_t bit;
+  kest_sim_access_condition kest_sim_file_info::*rule;
+};
+
+constexpr mode_bit MODE_BITS[] = {{0x01, &kest_sim_file_info::read},
+                                  {0x02, &kest_sim_file_info::update},
+                                  {0x08, &kest_sim_file_info::deactivate},
+                                  {0x10, &kest_sim_file_info::activate}};
+constexpr uint8_t INSTRUCTION_INCREASE = 0x32; // what a command header may name in place of a mode
+
+// Key references (ETSI TS 102 221, clause 9.5.1).
+constexpr struct {
+  uint8_t first, last;
+  uint16_t key;
+} KEY_REFERENCES[] = {
+    {0x01, 0x08, KEST_SIM_KEY_PIN},           {0x81, 0x88, KEST_SIM_KEY_PIN2},
+    {0x11, 0x11, KEST_SIM_KEY_UNIVERSAL_PIN}, {0x0A, 0x0A, KEST_SIM_KEY_ADM1},
+    {0x0B, 0x0B, KEST_SIM_KEY_ADM1 << 1},     {0x0C, 0x0C, KEST_SIM_KEY_ADM1 << 2},
+    {0x0D, 0x0D, KEST_SIM_KEY_ADM1 << 3},     {0x0E, 0x0E, KEST_SIM_KEY_ADM1 << 4},
+    {0x8A, 0x8A, KEST_SIM_KEY_ADM1 << 5},     {0x8B, 0x8B, KEST_SIM_KEY_ADM1 << 6},
+    {0x8C, 0x8C, KEST_SIM_KEY_ADM1 << 7},     {0x8D, 0x8D, KEST_SIM_KEY_ADM1 << 8},
+    {0x8E, 0x8E, KEST_SIM_KEY_ADM10},
+};
+
+// Data objects of the expanded format (ISO/IEC 7816-4).
+constexpr uint8_t ACCESS_MODE = 0x80;
+constexpr uint8_t COMMAND_HEADER = 0x84;
+constexpr uint8_t OR_TEMPLATE = 0xA0;
+constexpr uint8_t AND_TEMPLATE = 0xAF;
+constexpr uint8_t CONDITION_ALWAYS = 0x90;
+constexpr uint8_t CONDITION_NEVER = 0x97;
+constexpr uint8_t CONTROL_REFERENCE_TEMPLATE = 0xA4;
+constexpr uint8_t KEY_REFERENCE = 0x83;
+
+// How several keys combine, and the octets of conditions; no template has none.
+struct condition_template {
+  std::optional<kest_sim_access_method> method;
+  size_t length = 0;
+};
+
+condition_template open_template(answer_reader &in) {
+  const uint8_t tag = next_octet(in);
+  if (tag != OR_TEMPLATE && tag != AND_TEMPLATE) {
+    return {};
+  }
+  take_octet(in);
+  return {tag == OR_TEMPLATE ? KEST_SIM_ACCESS_OR : KEST_SIM_ACCESS_AND, take_octet(in)};
+}
+
+// A rule under construction.
+struct open_rule {
+  kest_sim_access_condition condition = NEVER;
+  unsigned keys = 0; // key references so far, known or not
+};
+
+// add_key lets a reference that is not in the table take back the keys ahead of it.
+void add_key(uint8_t reference, const condition_template &outer, open_rule &rule) {
+  kest_sim_access_condition &condition = rule.condition;
+  if (rule.keys > 0 && outer.method) {
+    condition.method = *outer.method;
+  }
+  const auto *const row =
+      std::find_if(std::begin(KEY_REFERENCES), std::end(KEY_REFERENCES),
+                   [&](const auto &r) { return reference >= r.first && reference <= r.last; });
+  if (row != std::end(KEY_REFERENCES)) {
+    condition.mask |= row->key;
+  } else {
+    condition = NEVER;
+  }
+  ++rule.keys;
+}
+
+// read_key takes the key reference that `in` begins with, if it does; its length is not looked at,
+// and neither is what else the control reference template holds.
+void read_key(answer_reader &in, const condition_template &outer, open_rule &rule) {
+  if (next_octet(in) == KEY_REFERENCE) {
+    answer_reader content = in;
+    skip_octets(content, 2);
+    add_key(take_octet(content), outer, rule);
+    in.cut_off = content.cut_off;
+  }
+}
+
+// read_condition takes one object and returns its length octet. NOTE: only a control reference
+// template is stepped over; what another object holds is read as the next object.
+size_t read_condition(answer_reader &in, const condition_template &outer, open_rule &rule) {
+  const uint8_t tag = take_octet(in);
+  const size_t length = take_octet(in);
+  if (tag == CONTROL_REFERENCE_TEMPLATE) {
+    read_key(in, outer, rule);
+    skip_octets(in, length);
+  } else if (tag == CONDITION_ALWAYS && length == 0) {
+    rule.condition.method = KEST_SIM_ACCESS_ALWAYS;
+  } else if (tag == CONDITION_NEVER && length == 0) {
+    rule.condition.method = KEST_SIM_ACCESS_NEVER;
+  }
+  return length;
+}
+
+// read_rule reads the conditions behind an access mode: a template of them, or one. NOTE: an object
+// counts one octet more than it has. So of many objects the last ones stay unread, and a template
+// whose length fits no whole objects takes one from behind it.
+kest_sim_access_condition read_rule(answer_reader &in) {
+  const condition_template outer = open_template(in);
+  open_rule rule;
+  size_t consumed = 0;
+  do {
+    consumed += read_condition(in, outer, rule) + 3;
+  } while (consumed <= outer.length && !in.cut_off);
+  if (rule.keys == 1 && rule.condition.mask != 0) {
+    rule.condition.method = KEST_SIM_ACCESS_SINGLE;
+  }
+  return rule.condition;
+}
+
+void store_rule(uint8_t mode, const kest_sim_access_condition &rule, kest_sim_file_info &info) {
+  if ((mode & INSTRUCTION_INCREASE) == INSTRUCTION_INCREASE) {
+    info.increase = rule;
+    return;
+  }
+  for (const mode_bit &row : MODE_BITS) {
+    if ((mode & row.bit) != 0) {
+      info.*row.rule = rule;
+    }
+  }
+}
+
+void forbid_all(kest_sim_file_info &info) {
+  info.read = info.update = info.increase = info.deactivate = info.activate = NEVER;
+}
+
+} // namespace
+
+void kest_sim_decode_access_nibble(uint8_t nibble, kest_sim_access_condition &rule) {
+  constexpr uint8_t CHV1 = 1;
+  constexpr uint8_t CHV2 = 2;
+  constexpr uint8_t ADM_FIRST = 4;
+  constexpr uint8_t ADM_LAST = 14;
+  rule = NEVER;
+  if (nibble == 0) {
+    rule = ALWAYS;
+  } else if (nibble == CHV1 || nibble == CHV2) {
+    rule = {KEST_SIM_ACCESS_SINGLE, nibble == CHV1 ? KEST_SIM_KEY_PIN : KEST_SIM_KEY_PIN2};
+  } else if (nibble >= ADM_FIRST && nibble <= ADM_LAST) {
+    rule = {KEST_SIM_ACCESS_SINGLE, uint64_t{1} << nibble};
+  }
+}
+
+void kest_sim_decode_compact_rule(uint8_t condition, kest_sim_access_condition &rule) {
+  switch (condition) {
+  case 0x00:
+    rule = ALWAYS;
+    break;
+  case 0x10:
+    rule = {KEST_SIM_ACCESS_OR, rule.mask | KEST_SIM_KEY_PIN};
+    break;
+  case 0x90:
+    rule = {KEST_SIM_ACCESS_OR, rule.mask | KEST_SIM_KEY_ADM1};
+    break;
+  case 0xFF:
+    rule = NEVER;
+    break;
+  default:
+    break;
+  }
+}
+
+void kest_sim_decode_compact_attributes(std::span<const uint8_t> value, kest_sim_file_info &info) {
+  const uint8_t mode = value.front();
+  const std::span<const uint8_t> conditions = value.subspan(1);
+  forbid_all(info);
+  // The last condition is that of the lowest bit. NOTE: the others keep their places whether the
+  // bits below them are set or not.
+  for (size_t i = 0; i < std::size(MODE_BITS) && i < conditions.size(); ++i) {
+    if ((mode & MODE_BITS[i].bit) != 0) {
+      kest_sim_decode_compact_rule(conditions[conditions.size() - 1 - i], info.*MODE_BITS[i].rule);
+    }
+  }
+}
+
+void kest_decode_exp_sec_attr(const uint8_t *data, uint16_t length, kest_sim_file_info *info) {
+  constexpr uint8_t END_OF_RULES[] = {0x00, 0xFF};
+  forbid_all(*info);
+  answer_reader in = {{data, length}};
+  while (octets_left(in) > 0) {
+    const uint8_t tag = take_octet(in);
+    if (tag == END_OF_RULES[0] || tag == END_OF_RULES[1]) {
+      return;
+    }
+    if (tag != ACCESS_MODE && tag != COMMAND_HEADER) {
+      continue;
+    }
+    take_octet(in); // length, taken to be 1
+    const uint8_t mode = take_octet(in);
+    const kest_sim_access_condition rule = read_rule(in);
+    if (in.cut_off) {
+      return;
+    }
+    store_rule(mode, rule, *info);
+  }
+}

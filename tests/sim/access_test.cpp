@@ -1,0 +1,134 @@
+#include "sim/access.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/sim.h"
+#include "tests/support/vectors.h"
+
+namespace {
+
+const json NEVER = {1, 0};
+
+json rules(const kest_sim_file_info &info) {
+  json out = to_json(info);
+  for (const char *field : {"file_size", "file_id", "file_type", "record_length", "record_count",
+                            "ref_file_id", "ref_record"}) {
+    EXPECT_EQ(out[field], to_json(untouched_file())[field]);
+    out.erase(field);
+  }
+  return out;
+}
+
+json expected_rules(const json &named) {
+  json out = {{"read", NEVER},
+              {"update", NEVER},
+              {"increase", NEVER},
+              {"deactivate", NEVER},
+              {"activate", NEVER}};
+  out.update(named);
+  return out;
+}
+
+// Rules that a row does not name are "never".
+TEST(Access, ExpandedRules) {
+  for (const json &row : vectors("sim/access")) {
+    EXPECT_EQ(rules(decode_rules(octets_value(row, "value"))), expected_rules(row["rules"]))
+        << row["what"];
+  }
+}
+
+// rules_of_mode returns the rules that get `rule` by the bits of an access mode.
+json rules_of_mode(unsigned mode, const json &rule) {
+  json named = json::object();
+  const char *const names[] = {"read", "update", nullptr, "deactivate", "activate"};
+  for (unsigned i = 0; i < std::size(names); ++i) {
+    if (names[i] != nullptr && (mode >> i) % 2 != 0) {
+      named[names[i]] = rule;
+    }
+  }
+  return named;
+}
+
+TEST(Access, AllModesOfExpandedRules) {
+  for (unsigned mode = 0; mode < 256; ++mode) {
+    for (const uint8_t tag : {uint8_t{0x80}, uint8_t{0x84}}) {
+      const std::vector<uint8_t> value = {tag, 1, static_cast<uint8_t>(mode), 0x90, 0};
+      const bool increase = (mode & 0x32) == 0x32;
+      EXPECT_EQ(rules(decode_rules(value)), expected_rules(increase ? json{{"increase", {0, 0}}}
+                                                                    : rules_of_mode(mode, {0, 0})));
+    }
+  }
+}
+
+// ETSI TS 102 221, table 9.3: all key references, alone, and behind application PIN 1.
+TEST(Access, AllKeyReferences) {
+  std::map<unsigned, unsigned> bits = {{0x11, 0x4}};
+  for (unsigned i = 0; i < 8; ++i) {
+    bits[0x01 + i] = 0x1;
+    bits[0x81 + i] = 0x2;
+  }
+  for (unsigned i = 0; i < 5; ++i) {
+    bits[0x0A + i] = 0x10u << i;
+    bits[0x8A + i] = 0x200u << i;
+  }
+  for (unsigned key = 0; key < 256; ++key) {
+    const std::string octet = hex(std::vector<uint8_t>{static_cast<uint8_t>(key)});
+    const unsigned bit = bits.contains(key) ? bits[key] : 0;
+    const auto read = [&](const std::string &value) {
+      return to_json(decode_rules(octets("800101" + value + octet)).read);
+    };
+    EXPECT_EQ(read("A4038301"), bit != 0 ? json({4, bit}) : NEVER) << key;
+    EXPECT_EQ(read("A00AA403830101A4038301"), bit != 0 ? json({3, bit | 1}) : NEVER) << key;
+    EXPECT_EQ(read("AF0AA403830101A4038301"), bit != 0 ? json({2, bit | 1}) : NEVER) << key;
+  }
+}
+
+TEST(Access, AllNibbles) {
+  for (unsigned nibble = 0; nibble < 256; ++nibble) {
+    kest_sim_access_condition rule = {9, 9};
+    kest_sim_decode_access_nibble(static_cast<uint8_t>(nibble), rule);
+    const bool pin = nibble == 1 || nibble == 2, adm = nibble >= 4 && nibble <= 14;
+    const json expected = pin ? json{4, nibble} : adm ? json{4, 1u << nibble} : NEVER;
+    EXPECT_EQ(to_json(rule), nibble == 0 ? json({0, 0}) : expected) << nibble;
+  }
+}
+
+TEST(Access, AllCompactConditions) {
+  for (unsigned condition = 0; condition < 256; ++condition) {
+    kest_sim_access_condition rule = {9, 0x4010};
+    kest_sim_decode_compact_rule(static_cast<uint8_t>(condition), rule);
+    const std::map<unsigned, json> known = {
+        {0x00, {0, 0}}, {0x10, {3, 0x4011}}, {0x90, {3, 0x4010}}, {0xFF, {1, 0}}};
+    EXPECT_EQ(to_json(rule), known.contains(condition) ? known.at(condition) : json({9, 0x4010}));
+  }
+}
+
+// All access modes with 0 to 7 conditions. The last condition is for reading, the one before it for
+// updating, and so on, whatever the mode says of the others.
+TEST(Access, AllModesOfCompactRules) {
+  const uint8_t conditions[] = {0x90, 0x11, 0x10, 0x00, 0x90, 0x10, 0x90}; // 7th to last one
+  const struct {
+    const char *rule;
+    unsigned bit;
+    json of[8]; // by the number of conditions
+  } table[] = {
+      {"read", 0x01, {NEVER, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}}},
+      {"update", 0x02, {NEVER, NEVER, {3, 1}, {3, 1}, {3, 1}, {3, 1}, {3, 1}, {3, 1}}},
+      {"deactivate", 0x08, {NEVER, NEVER, NEVER, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}}},
+      {"activate", 0x10, {NEVER, NEVER, NEVER, NEVER, {0, 0}, {0, 0}, {0, 0}, {0, 0}}}};
+  for (unsigned mode = 0; mode < 256; ++mode) {
+    for (size_t count = 0; count <= 7; ++count) {
+      std::vector<uint8_t> value(1 + count, static_cast<uint8_t>(mode));
+      std::copy_n(std::end(conditions) - count, count, value.begin() + 1);
+      kest_sim_file_info info = untouched_file();
+      kest_sim_decode_compact_attributes(value, info);
+      json named = json::object();
+      for (const auto &row : table) {
+        named[row.rule] = (mode & row.bit) != 0 ? row.of[count] : NEVER;
+      }
+      EXPECT_EQ(rules(info), expected_rules(named)) << mode << ' ' << count;
+    }
+  }
+}
+
+} // namespace
