@@ -22,14 +22,16 @@ static_assert(offsetof(kest_sim_file_info, file_id) == 2 &&
               offsetof(kest_sim_file_info, deactivate) == RULES_AT + 3 * RULE_SIZE &&
               offsetof(kest_sim_file_info, activate) == RULES_AT + 4 * RULE_SIZE &&
               offsetof(kest_sim_file_info, ref_file_id) == RULES_AT + 5 * RULE_SIZE &&
-              offsetof(kest_sim_file_info, ref_record) == RULES_AT + 5 * RULE_SIZE + 2);
+              offsetof(kest_sim_file_info, ref_record) == RULES_AT + 5 * RULE_SIZE + 2 &&
+              sizeof(kest_sim_file_info) == (RULES_AT == 16 ? 104 : 76));
 
 namespace {
 
 constexpr kest_sim_access_condition ALWAYS = {KEST_SIM_ACCESS_ALWAYS, 0};
 constexpr kest_sim_access_condition NEVER = {KEST_SIM_ACCESS_NEVER, 0};
 
-// The bit of an access mode octet that selects a rule, in the order of the compact conditions.
+// The bit of an access mode octet that selects a rule, in the order of the compact conditions from
+// the last one on.
 struct mode_bit {
   uint8_t bit;
   kest_sim_access_condition kest_sim_file_info::*rule;
@@ -86,7 +88,8 @@ struct open_rule {
   unsigned keys = 0; // key references so far, known or not
 };
 
-// add_key lets a reference that is not in the table take back the keys ahead of it.
+// add_key adds the key of `reference`, combined with the keys ahead of it as the template tells. A
+// reference that is not in the table takes all of them back.
 void add_key(uint8_t reference, const condition_template &outer, open_rule &rule) {
   kest_sim_access_condition &condition = rule.condition;
   if (rule.keys > 0 && outer.method) {
@@ -103,8 +106,9 @@ void add_key(uint8_t reference, const condition_template &outer, open_rule &rule
   ++rule.keys;
 }
 
-// read_key takes the key reference that `in` begins with, if it does; its length is not looked at,
-// and neither is what else the control reference template holds.
+// read_key takes the key reference that a control reference template begins with, if it does. What
+// else that holds is not looked at. NOTE: neither are its length and that of the key reference, so
+// that the key of a template which is too short for one is taken from behind it.
 void read_key(answer_reader &in, const condition_template &outer, open_rule &rule) {
   if (next_octet(in) == KEY_REFERENCE) {
     answer_reader content = in;
@@ -130,9 +134,9 @@ size_t read_condition(answer_reader &in, const condition_template &outer, open_r
   return length;
 }
 
-// read_rule reads the conditions behind an access mode: a template of them, or one. NOTE: an object
-// counts one octet more than it has. So of many objects the last ones stay unread, and a template
-// whose length fits no whole objects takes one from behind it.
+// read_rule reads the conditions behind an access mode: a template of them, or one. NOTE: each
+// object counts one octet more than it has. So the last objects of a long template stay unread, and
+// a template that has more octets than its objects count takes one more object, from behind it too.
 kest_sim_access_condition read_rule(answer_reader &in) {
   const condition_template outer = open_template(in);
   open_rule rule;
@@ -212,12 +216,11 @@ void kest_sim_decode_compact_attributes(std::span<const uint8_t> value, kest_sim
 }
 
 void kest_decode_exp_sec_attr(const uint8_t *data, uint16_t length, kest_sim_file_info *info) {
-  constexpr uint8_t END_OF_RULES[] = {0x00, 0xFF};
   forbid_all(*info);
   answer_reader in = {{data, length}};
   while (octets_left(in) > 0) {
     const uint8_t tag = take_octet(in);
-    if (tag == END_OF_RULES[0] || tag == END_OF_RULES[1]) {
+    if (tag == 0x00 || tag == 0xFF) {
       return;
     }
     if (tag != ACCESS_MODE && tag != COMMAND_HEADER) {

@@ -1,5 +1,5 @@
-// sim/answer_reader.h: the one way into what a card sent. Past its end an octet reads as 0 and
-// `cut_off` is set, so that a decoder asks once, at its end, whether it had all that it read.
+// sim/answer_reader.h: the way into what a card sent. Past its end an octet reads as 0 and
+// `cut_off` is set, so that a decoder asks once whether it had all that it read.
 #pragma once
 #include <algorithm>
 #include <cstddef>

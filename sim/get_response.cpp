@@ -85,7 +85,7 @@ constexpr uint8_t FILE_SIZE = 0x80;
 struct data_object {
   uint8_t tag = 0;
   uint8_t length = 0;
-  answer_reader value = {}; // reads on behind the value, for lengths are taken as they should be
+  answer_reader value = {}; // is not bounded by `length`: what a step wants is read where it stands
 };
 
 // take_object steps over the next object. Behind the last one it gives none, with the tag 0.
@@ -158,7 +158,9 @@ void read_security(answer_reader &in, kest_sim_file_info &info) {
   if (object.length == 0 || in.cut_off) {
     return;
   }
-  const auto value = object.value.octets.subspan(object.value.pos, object.length);
+  // The object is not cut off, so that all of its value is there.
+  const std::span<const uint8_t> value =
+      object.value.octets.subspan(object.value.pos, object.length);
   if (object.tag == SECURITY_COMPACT) {
     kest_sim_decode_compact_attributes(value, info);
   } else if (object.tag == SECURITY_EXPANDED) {

@@ -20,7 +20,7 @@ enum {
   KEST_SIM_ACCESS_ALWAYS = 0, // no condition
   KEST_SIM_ACCESS_NEVER = 1,  // not allowed; also whatever is not understood
   KEST_SIM_ACCESS_AND = 2,    // all keys are needed
-  KEST_SIM_ACCESS_OR = 3,     // any of the keys is enough
+  KEST_SIM_ACCESS_OR = 3,     // any of the keys is enough; also one key of the compact format
   KEST_SIM_ACCESS_SINGLE = 4  // one key is needed
 };
 
@@ -38,7 +38,7 @@ enum {
 // kest_sim_access_condition is the access rule of one operation.
 typedef struct kest_sim_access_condition {
   kest_sim_access_method method;
-  uint64_t mask; // KEST_SIM_KEY_... bits
+  uint64_t mask; // KEST_SIM_KEY_... bits; of a meaning with AND, OR and SINGLE alone
 } kest_sim_access_condition;
 
 // kest_sim_file_type is the structure of an EF (a file with data), or a folder: DF or MF.
@@ -70,19 +70,23 @@ typedef struct kest_sim_file_info {
 // kest_decode_sim_get_response_data reads the `length` octets of an answer into `info`. A first
 // octet 0x62 makes it an FCP template; its objects are taken in the order that the standard gives
 // them in the answer for an EF, an MF or a DF. The result is 1, also for an answer that is
-// understood only in part, and 0 for an answer that is cut off, for a template that does not begin
-// with a file descriptor, for a null pointer and for a `length` of 0. `info` is untouched then.
+// understood only in part or ends between two objects behind the file identifier; and 0 for an
+// answer that is cut off elsewhere, for a template that does not begin with a file descriptor, for
+// a null pointer and for a `length` of 0. `info` is untouched then.
 //
 // Fields of which the answer says nothing keep what the caller put there, so clear the record
-// before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS. Where it
-// matters that a card may have given none, put another method there, such as
-// KEST_SIM_ACCESS_NEVER. For record fields a 3G answer is held against `file_type`, which is the
-// caller's if the file descriptor names no type.
+// before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS, and the
+// answer for an application (ADF) is one whose rules are not found. Where that matters, put another
+// method there, such as KEST_SIM_ACCESS_NEVER.
+//
+// A file descriptor of a 3G answer that names no type leaves `file_type` as it was; the record
+// fields, and what becomes an MF, then follow from the caller's. Of a 3G file's size the first two
+// octets are taken.
 KEST_API int32_t kest_decode_sim_get_response_data(const uint8_t *data, uint16_t length,
                                                    kest_sim_file_info *info);
 
 // kest_decode_exp_sec_attr reads security attributes in the expanded format (ETSI TS 102 221,
-// clause 9.5.6.2; ISO/IEC 7816-4): the `length` octets of the object 0xAB, without its tag and
+// clause 11.1.1.4.7; ISO/IEC 7816-4): the `length` octets of the object 0xAB, without its tag and
 // length. It replaces the five rules of `info`, which must not be null: an operation without a rule
 // is KEST_SIM_ACCESS_NEVER. A rule that the end cuts off ends the walk and is not stored.
 KEST_API void kest_decode_exp_sec_attr(const uint8_t *data, uint16_t length,

@@ -18,8 +18,9 @@
 // out at most. Each 16-bit unit of a UCS-2 message becomes a character of its own, so that a
 // surrogate pair comes out as two forms of three bytes. In 7 bit text without any escape the codes
 // 0x5B to 0x5E, 0x60 and 0x7B to 0x7E come out as the ASCII characters of these values. If a user
-// data header is read and holds no valid concatenation element, the message is no text: `userdata`
-// then receives the whole PDU again. With a null `udh` the header is not read.
+// data header is read and no valid concatenation element is found in it, the message is no text:
+// `userdata` then receives the whole PDU again, in lower case. With a null `udh` the header is not
+// read. Compressed text is not expanded.
 //
 // Data coding schemes 01xx xxxx, which announce automatic deletion, are read as 7 bit text without
 // a class. Any thread may call these functions.
@@ -73,8 +74,10 @@ KEST_API uint32_t kest_sms_decode_gw_submit_pdu_v2(const char *pdu, char *smsc, 
 // kest_sms_decode_gw_status_report_pdu reads an SMS-STATUS-REPORT (3GPP TS 23.040, clause 9.2.2.3):
 // the number that the message went to, when the service centre received it, when it was delivered
 // or last tried, and TP-ST as two hexadecimal digits in lower case (clause 9.2.3.15; "00" is
-// delivered), in `status`, which must not be null. `userdata` is written only if the report has
-// user data, so clear it before the call.
+// delivered), in `status`, which must not be null. NOTE: a PDU that ends ahead of TP-ST reads "00"
+// as well; one that ends ahead of the second time stamp has the date 2000/00/00 there. The message
+// reference is not reported. `userdata` is written only if the parameter indicator announces user
+// data, so clear it before the call.
 KEST_API uint32_t kest_sms_decode_gw_status_report_pdu(const char *pdu, char *smsc, char *recipient,
                                                        char *scts, char *discharge_time,
                                                        char *status, char *userdata,

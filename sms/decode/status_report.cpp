@@ -36,7 +36,7 @@ uint32_t decode_status_report(const char *log_name, const char *pdu,
   skip_octets(in, kest_sms_decode_timestamp(in, out.discharge_time));
   const uint8_t status = read_octet(in);
   kest_binary_to_hexstring(&status, 1, out.status, KEST_SMS_STATUS_TEXT_SIZE);
-  if (in.pos == in.octets.size()) {
+  if (in.pos == in.octets.size()) { // the PDU ends here, or ended ahead of this
     kest_log(log_level & KEST_LOG_DEBUG, "%s no user data done!!\n", log_name);
     return 1;
   }

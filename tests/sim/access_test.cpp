@@ -37,25 +37,23 @@ TEST(Access, ExpandedRules) {
   }
 }
 
-// rules_of_mode returns the rules that get `rule` by the bits of an access mode.
-json rules_of_mode(unsigned mode, const json &rule) {
-  json named = json::object();
-  const char *const names[] = {"read", "update", nullptr, "deactivate", "activate"};
-  for (unsigned i = 0; i < std::size(names); ++i) {
-    if (names[i] != nullptr && (mode >> i) % 2 != 0) {
-      named[names[i]] = rule;
-    }
-  }
-  return named;
-}
+constexpr struct {
+  const char *rule;
+  unsigned bit;
+} SELECTORS[] = {{"read", 0x01}, {"update", 0x02}, {"deactivate", 0x08}, {"activate", 0x10}};
 
 TEST(Access, AllModesOfExpandedRules) {
   for (unsigned mode = 0; mode < 256; ++mode) {
+    json named = json::object();
+    for (const auto &selector : SELECTORS) {
+      named[selector.rule] = (mode & selector.bit) != 0 ? json({0, 0}) : NEVER;
+    }
+    if ((mode & 0x32) == 0x32) {
+      named = {{"increase", {0, 0}}};
+    }
     for (const uint8_t tag : {uint8_t{0x80}, uint8_t{0x84}}) {
       const std::vector<uint8_t> value = {tag, 1, static_cast<uint8_t>(mode), 0x90, 0};
-      const bool increase = (mode & 0x32) == 0x32;
-      EXPECT_EQ(rules(decode_rules(value)), expected_rules(increase ? json{{"increase", {0, 0}}}
-                                                                    : rules_of_mode(mode, {0, 0})));
+      EXPECT_EQ(rules(decode_rules(value)), expected_rules(named)) << mode;
     }
   }
 }
@@ -84,12 +82,13 @@ TEST(Access, AllKeyReferences) {
 }
 
 TEST(Access, AllNibbles) {
+  const std::vector<json> known = {{0, 0},      {4, 0x0001}, {4, 0x0002}, NEVER,       {4, 0x0010},
+                                   {4, 0x0020}, {4, 0x0040}, {4, 0x0080}, {4, 0x0100}, {4, 0x0200},
+                                   {4, 0x0400}, {4, 0x0800}, {4, 0x1000}, {4, 0x2000}, {4, 0x4000}};
   for (unsigned nibble = 0; nibble < 256; ++nibble) {
     kest_sim_access_condition rule = {9, 9};
     kest_sim_decode_access_nibble(static_cast<uint8_t>(nibble), rule);
-    const bool pin = nibble == 1 || nibble == 2, adm = nibble >= 4 && nibble <= 14;
-    const json expected = pin ? json{4, nibble} : adm ? json{4, 1u << nibble} : NEVER;
-    EXPECT_EQ(to_json(rule), nibble == 0 ? json({0, 0}) : expected) << nibble;
+    EXPECT_EQ(to_json(rule), nibble < known.size() ? known[nibble] : NEVER) << nibble;
   }
 }
 
@@ -107,15 +106,11 @@ TEST(Access, AllCompactConditions) {
 // updating, and so on, whatever the mode says of the others.
 TEST(Access, AllModesOfCompactRules) {
   const uint8_t conditions[] = {0x90, 0x11, 0x10, 0x00, 0x90, 0x10, 0x90}; // 7th to last one
-  const struct {
-    const char *rule;
-    unsigned bit;
-    json of[8]; // by the number of conditions
-  } table[] = {
-      {"read", 0x01, {NEVER, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}}},
-      {"update", 0x02, {NEVER, NEVER, {3, 1}, {3, 1}, {3, 1}, {3, 1}, {3, 1}, {3, 1}}},
-      {"deactivate", 0x08, {NEVER, NEVER, NEVER, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}}},
-      {"activate", 0x10, {NEVER, NEVER, NEVER, NEVER, {0, 0}, {0, 0}, {0, 0}, {0, 0}}}};
+  const json with_count[][8] = {
+      {NEVER, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}},
+      {NEVER, NEVER, {3, 1}, {3, 1}, {3, 1}, {3, 1}, {3, 1}, {3, 1}},
+      {NEVER, NEVER, NEVER, {3, 16}, {3, 16}, {3, 16}, {3, 16}, {3, 16}},
+      {NEVER, NEVER, NEVER, NEVER, {0, 0}, {0, 0}, {0, 0}, {0, 0}}};
   for (unsigned mode = 0; mode < 256; ++mode) {
     for (size_t count = 0; count <= 7; ++count) {
       std::vector<uint8_t> value(1 + count, static_cast<uint8_t>(mode));
@@ -123,8 +118,9 @@ TEST(Access, AllModesOfCompactRules) {
       kest_sim_file_info info = untouched_file();
       kest_sim_decode_compact_attributes(value, info);
       json named = json::object();
-      for (const auto &row : table) {
-        named[row.rule] = (mode & row.bit) != 0 ? row.of[count] : NEVER;
+      for (size_t i = 0; i < std::size(SELECTORS); ++i) {
+        const bool selected = (mode & SELECTORS[i].bit) != 0;
+        named[SELECTORS[i].rule] = selected ? with_count[i][count] : NEVER;
       }
       EXPECT_EQ(rules(info), expected_rules(named)) << mode << ' ' << count;
     }
