@@ -15,5 +15,7 @@ void add_submit_command(CLI::App &app);
 void add_deliver_command(CLI::App &app);
 void add_cdma_command(CLI::App &app);
 void add_decode_command(CLI::App &app);
+void add_cb_command(CLI::App &app);
 void add_ussd_command(CLI::App &app);
+void add_sim_command(CLI::App &app);
 void add_log_command(CLI::App &app);

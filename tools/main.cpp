@@ -31,7 +31,9 @@ int main(int argc, char **argv) {
   add_deliver_command(app);
   add_cdma_command(app);
   add_decode_command(app);
+  add_cb_command(app);
   add_ussd_command(app);
+  add_sim_command(app);
   add_log_command(app);
   try {
     app.parse(argc, argv);

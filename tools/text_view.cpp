@@ -134,6 +134,18 @@ std::string printable(std::string_view text) {
   return out;
 }
 
+std::string decoded_text(const std::string &hex) {
+  const std::vector<uint8_t> octets = octets_of(hex);
+  return join_surrogates({reinterpret_cast<const char *>(octets.data()), octets.size()});
+}
+
+std::string readable_time(const std::string &timestamp) {
+  const int quarters = atoi(timestamp.c_str() + 20);
+  char zone[24];
+  snprintf(zone, sizeof zone, " %c%02d:%02d", timestamp[19], quarters / 4, quarters % 4 * 15);
+  return timestamp.substr(0, 10) + " " + timestamp.substr(11, 8) + zone;
+}
+
 void print_json(const nlohmann::ordered_json &object) {
   using json = nlohmann::ordered_json;
   std::cout << object.dump(-1, ' ', false, json::error_handler_t::replace) << '\n';
@@ -156,6 +168,12 @@ void view::add(const char *key, const char *label, const nlohmann::ordered_json 
     shown.insert(i + 1, 17, ' ');
   }
   readable_ += std::string("\n  ") + label + std::string(15 - strlen(label), ' ') + shown;
+}
+
+void view::add_missing(const std::vector<unsigned> &numbers) {
+  if (!numbers.empty()) {
+    add("missing", "missing", numbers);
+  }
 }
 
 void view::print(bool json) const {

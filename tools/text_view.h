@@ -35,6 +35,13 @@ std::string gsm_text(std::span<const uint8_t> packed, size_t septets);
 // not steer a terminal.
 std::string printable(std::string_view text);
 
+// decoded_text returns the text that a decoder gave as hexadecimal text of its UTF-8 form.
+std::string decoded_text(const std::string &hex);
+
+// readable_time shows the time zone of a decoded time in hours and minutes, which the message gives
+// in quarters of an hour.
+std::string readable_time(const std::string &timestamp);
+
 // print_json writes one object as one line. Bytes that are no UTF-8 become U+FFFD.
 void print_json(const nlohmann::ordered_json &object);
 
@@ -48,6 +55,9 @@ public:
   // `shown`, or as it is if that is empty, made printable.
   void add(const char *key, const char *label, const nlohmann::ordered_json &value,
            std::string shown = "");
+
+  // add_missing appends the numbers of the parts that did not come in, if there are any.
+  void add_missing(const std::vector<unsigned> &numbers);
 
   void print(bool json) const;
 

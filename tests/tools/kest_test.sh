@@ -39,7 +39,7 @@ expect 0 '{"type":"SUBMIT","destination":"1234567890","text":"hello"}' '' \
 expect 0 $'SMS-SUBMIT\n  to             1\n  text           \\x1b[2\\x9b\n                 �' '' \
   decode 0001000181F100080C001B005B0032009B000AD83D
 expect 1 $'{"type":"SUBMIT","destination":"1","text":"a"}\n{"type":"SUBMIT","destination":"1","text":"b"}' \
-  $'kest: line 4: not hexadecimal text, two digits to an octet: \'zz\'\nkest: line 5: ' decode --json - \
+  $'kest: line 4: not hexadecimal text, two digits to an octet: \'zz\'\nkest: line 5: the PDU' decode --json - \
   < <(printf '0011000181F10000AD0161\r\n+CMT: ,5\n\nzz\n0002\n0011000181F10000AD0162\n')
 
 # A long text goes out in segments, and comes back as one whatever their order. What is missing is
@@ -70,9 +70,61 @@ expect 0 '{"type":"CDMA-SUBMIT","length":31,"pdu":"00000210020403004400060100081
 expect 0 $'USSD string\n  text           hello' '' ussd E8329BFD06
 expect 0 '{"dcs":72,"text":"A€"}' '' ussd --json --dcs 72 004120AC
 
+# Status reports, with what their status means.
+report=0006000B915155214365F7121032110502231210321105022341
+expect 0 $'SMS-STATUS-REPORT\n  to             +15551234567\n  sent           2021/01/23 11:50:20 +08:00
+  discharged     2021/01/23 11:50:20 +08:00\n  status         0x41: incompatible destination (permanent error)' \
+  '' decode $report
+times='"scts":"2021/01/23,11:50:20+32","discharge_time":"2021/01/23,11:50:20+32"'
+expect 0 "{\"type\":\"STATUS-REPORT\",\"recipient\":\"+15551234567\",$times,\"status\":{\"value\":176,\"name\":\"reserved\",\"group\":\"reserved\"},\"class\":1,\"text\":\"Aè\"}" \
+  '' decode --json "${report%41}B006F1024142"
+
+# A warning of three pages: a page on a line, and as one message of a UMTS network.
+pages=(46A0111305134E662BC82ECBE92018AD1593B56430D90C1493E960301D885A9C528545697288A4BA40C432E86D2FCBD1E53419740F87E5F331BA7EA783D465103DAD2697DD7390FBFD26CFD3F47A989E2ECF41F67418E404
+  46A011130523CC56905D96D35D206519C42E97E7741039EC06DDC37490BA0C6ABFCB7410F95D7683CA6ED03D1C9683D46550BB5C9683D26EF35BDE0ED3D365D03AEC06D9D36E72D9ED02A9542A10B538A5829AC5E9347804
+  46A0111305334590B34C4797E5ECB09B3C071DDFF6B2DCDD2EBBE920685DCC4E8F41D7B0DC9D769F41D3FC9C5E6EBB40CE37283CA6A7DF6E90BC1CAFA7E565B2AB)
+text='NL-Alert 04-12-2023 12:00: TESTBERICHT. De overheid waarschuwt je tijdens noodsituaties via NL-Alert. Je leest dan wat je moet doen en waar je meer informatie kan vinden. *** TEST MESSAGE Netherlands Government Public Warning System. No action required.'
+warning='"identifier":4371,"serial_number":{"value":18080,"scope":"network","code":106,"update":0},"cmas":{"class":"extreme","severity":"extreme","urgency":"immediate","certainty":"observed"},"pages":3,"language":"Dutch","text":'
+expect 0 "{\"form\":\"GSM\",$warning\"$text\"}" '' \
+  cb --json - < <(printf '%s\n' "${pages[2]}" "${pages[0]}" "${pages[1]}")
+expect 0 $'GSM cell broadcast\n  identifier     4371, CMAS\n  serial number  0x46A0: message 106, update 0, scope network
+  warning        extreme, severity extreme, urgency immediate, certainty observed\n  pages          3\n  missing        1, 2
+  language       Dutch\n  text           [...][...]E Netherlands Government Public Warning System. No action required.' \
+  '' cb - <<<"${pages[2]}"
+filling=$(printf '00%.0s' {1..23})
+expect 0 "{\"form\":\"UMTS\",$warning\"$text\"}" '' \
+  cb --json "01111346A00503${pages[0]:12}52${pages[1]:12}52${pages[2]:12}${filling}3B"
+expect 0 $'ETWS primary notification\n  identifier     4357, ETWS\n  serial number  0x1003: message 256, update 3, scope cell, shown at once
+  warning        reserved, show at once' '' cb 100311050580
+number='"identifier":50,"serial_number":{"value":16401,"scope":"network","code":1,"update":1}'
+expect 0 "{\"form\":\"GSM\",$number,\"page\":{\"number\":1,\"total\":1},\"language\":\"en\",\"text\":\"hello\"}" \
+  '' cb --json 4011003210116577035D66B3DF
+page=$(printf '20AC%.0s' {1..41})52
+expect 1 "{\"form\":\"UMTS\",$number,\"pages\":11,\"text\":null}" 'kest: line 2: the library refuses this message' \
+  cb --json - < <(printf '0100324011480B'; printf "$page%.0s" {1..11}; printf '\n0100324011480B'; printf "$page%.0s" {1..10})
+
+# What a card tells of a file.
+expect 0 $'SIM file\n  file           6F3C\n  type           linear fixed EF\n  size           140 octets
+  records        5 of 28 octets\n  access rules   record 2 of file 6F06' \
+  '' sim 621E82054221001C0583026F3CA5038001718A01058B036F06028002008C8800
+rules=800101A00AA403830101A40383010A800102AF0AA403830101A40383018E800108A4038301118401329000
+expect 0 $'SIM file\n  file           6F07\n  type           transparent EF\n  read           any of PIN, ADM1
+  update         all of PIN, ADM10\n  increase       always\n  deactivate     universal PIN\n  activate       never' '' \
+  sim "62388202412183026F078A0105AB2B$rules"
+expect 0 '{"file":"6F07","type":"DF"}' '' sim --json 62088202382183026F07
+
 # Errors of the work: status 1. Bad usage: status 2. Nothing on standard output.
 expect 1 '' 'refuses this SUBMIT' decode 0001000181F100048D
-expect 1 '' 'STATUS-REPORT' decode 0002
+expect 1 '' 'ends ahead of its status' decode 0002
+expect 1 '' 'ends ahead of its status' decode ${report%41}
+expect 1 '' 'refuses this STATUS-REPORT' decode ${report}04A1
+expect 1 '' 'no SUBMIT' decode --direction sent $report
+expect 1 '' 'no message has 5 octets' cb 4011003211
+expect 1 '' 'no message has 21173 octets' cb "$(printf '00%.0s' {1..21173})"
+expect 1 '' 'refuses this message' cb "02$(printf '00%.0s' {1..88})"
+expect 1 '' 'no answer to GET RESPONSE' sim 621E8205
+expect 2 '' 'not hexadecimal' cb 40110
+expect 2 '' 'not hexadecimal' sim xx
 expect 1 '' 'no SUBMIT' decode --direction sent 0004
 expect 1 '' "can't open" log "$folder/none"
 expect 1 '' "can't read" log "$folder"
@@ -95,7 +147,7 @@ expect 1 '' 'segment 1 does not fit' submit 1 --class 0 --hex "$(printf '7B%.0s'
 expect 1 '' "can't be encoded" submit --hex 1 "$(printf '61%.0s' {1..200})C3"
 expect 1 '' 'over 255 octets' submit --hex 1 "$(printf 'F09F9880%.0s' {1..70})"
 expect 0 $'AT+CMGS=10\n0011000181F10000AD0161' 'a receiver reads: a' submit 1 $'a\x01'
-for command in '' submit deliver cdma decode ussd log; do
+for command in '' submit deliver cdma decode cb ussd sim log; do
   # shellcheck disable=SC2086
   "$kest" $command --help | grep -q Usage || { echo "no help for '$command'" && failed=1; }
 done
