@@ -32,9 +32,6 @@ cb_message decode(const std::string &page) {
   constexpr char UNTOUCHED = '~';
   constexpr size_t HEADER_SIZE = 6;
   constexpr size_t MAX_OCTETS = 7 + 255 * 83;
-  if (const std::string fault = hex_fault(page); !fault.empty()) {
-    throw command_failure(fault);
-  }
   if (page.size() < 2 * HEADER_SIZE || page.size() > 2 * MAX_OCTETS) {
     throw command_failure("no message has " + std::to_string(page.size() / 2) + " octets");
   }
@@ -158,17 +155,10 @@ bool same_message(const cb_message &a, const cb_message &b) {
 }
 
 void run(const cb_options &options) {
-  if (options.page == "-") {
-    read_lines<cb_message>({[](auto &line) { return decode(line); }, same_message,
-                            [&](auto &whole) {
-                              view_of(whole).print(options.json);
-                            }});
-    return;
-  }
-  if (const std::string fault = hex_fault(options.page); !fault.empty()) {
-    throw CLI::ValidationError("page", fault);
-  }
-  view_of(decode(options.page)).print(options.json);
+  read_argument<cb_message>("page", options.page,
+                            {decode, same_message, [&](const cb_message &whole) {
+                               view_of(whole).print(options.json);
+                             }});
 }
 
 } // namespace

@@ -130,9 +130,6 @@ decoded_message decode_report(const std::string &pdu, const std::vector<uint8_t>
 }
 
 decoded_message decode(const std::string &pdu, const std::string &direction) {
-  if (const std::string fault = hex_fault(pdu); !fault.empty()) {
-    throw command_failure(fault);
-  }
   const std::vector<uint8_t> octets = octets_of(pdu);
   const unsigned type = message_type(octets);
   if (direction == "sent" && type != MTI_SUBMIT) {
@@ -217,18 +214,12 @@ bool same_message(const decoded_message &a, const decoded_message &b) {
 }
 
 void run(const decode_options &options) {
-  if (options.pdu == "-") {
-    read_lines<decoded_message>({[&](auto &line) { return decode(line, options.direction); },
-                                 same_message,
-                                 [&](auto &whole) {
-                                   view_of(whole).print(options.json);
-                                 }});
-    return;
-  }
-  if (const std::string fault = hex_fault(options.pdu); !fault.empty()) {
-    throw CLI::ValidationError("pdu", fault);
-  }
-  view_of(decode(options.pdu, options.direction)).print(options.json);
+  read_argument<decoded_message>(
+      "pdu", options.pdu,
+      {[&](const std::string &pdu) { return decode(pdu, options.direction); }, same_message,
+       [&](const decoded_message &whole) {
+         view_of(whole).print(options.json);
+       }});
 }
 
 } // namespace

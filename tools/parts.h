@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tools/commands.h"
+#include "tools/text_view.h"
 
 // What a line holds: a message, or one part of it.
 struct message_part {
@@ -18,10 +19,10 @@ struct message_part {
   std::optional<std::vector<unsigned>> missing = {}; // of a message joined from its parts
 };
 
-// How a command reads its lines. `part` is its own structure on top of message_part.
+// What a command does with its messages. `part` is its own structure on top of message_part.
 template <class part>
-struct line_commands {
-  std::function<part(const std::string &line)> decode;
+struct part_commands {
+  std::function<part(const std::string &hex)> decode;
   std::function<bool(const part &a, const part &b)> same_message;
   std::function<void(const part &whole)> print;
 };
@@ -48,7 +49,7 @@ part joined(part message, const std::map<unsigned, std::string> &texts) {
 // whole; what is not whole comes at the end. Blank lines, and a modem's commands and answers
 // between the others, are passed over; a line that fails is named, and does not stop the others.
 template <class part>
-void read_lines(const line_commands<part> &commands) {
+void read_lines(const part_commands<part> &commands) {
   struct open_message {
     part first;
     std::map<unsigned, std::string> texts; // of the parts so far
@@ -80,6 +81,9 @@ void read_lines(const line_commands<part> &commands) {
       continue;
     }
     try {
+      if (const std::string fault = hex_fault(line); !fault.empty()) {
+        throw command_failure(fault);
+      }
       take(commands.decode(line));
     } catch (const command_failure &failure) {
       std::cerr << "kest: line " << number << ": " << failure.what() << '\n';
@@ -92,4 +96,19 @@ void read_lines(const line_commands<part> &commands) {
   if (failed > 0) {
     throw command_failure(std::to_string(failed) + " of the lines failed");
   }
+}
+
+// read_argument does what read_lines does with one message, from the command line: the positional
+// argument `name`. A "-" makes it read lines.
+template <class part>
+void read_argument(const char *name, const std::string &argument,
+                   const part_commands<part> &commands) {
+  if (argument == "-") {
+    read_lines(commands);
+    return;
+  }
+  if (const std::string fault = hex_fault(argument); !fault.empty()) {
+    throw CLI::ValidationError(name, fault);
+  }
+  commands.print(commands.decode(argument));
 }

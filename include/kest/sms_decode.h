@@ -15,8 +15,9 @@
 // that is stepped over has its whole length.
 //
 // `userdata` receives the message as hexadecimal text of its UTF-8 form, of which 254 octets come
-// out at most. Each 16-bit unit of a UCS-2 message becomes a character of its own, so that a
-// surrogate pair comes out as two forms of three bytes. In 7 bit text without any escape the codes
+// out at most. Each octet of 8 bit data becomes the character of its value. Each 16-bit unit of a
+// UCS-2 message becomes a character of its own, so that a surrogate pair comes out as two forms of
+// three bytes; a missing last octet counts as 0. In 7 bit text without any escape the codes
 // 0x5B to 0x5E, 0x60 and 0x7B to 0x7E come out as the ASCII characters of these values. If a user
 // data header is read and no valid concatenation element is found in it, the message is no text:
 // `userdata` then receives the whole PDU again, in lower case. With a null `udh` the header is not
@@ -93,16 +94,17 @@ KEST_API uint32_t kest_sms_decode_gw_status_report_pdu_v2(const char *pdu, char 
                                                           kest_sms_msg_class *msg_class);
 
 // kest_sms_decode_gw_cb_pdu reads a cell broadcast message (3GPP TS 23.041): `length` octets, not
-// hexadecimal text. Up to 88 are a page of a GSM message or an ETWS primary notification, more are
-// a UMTS message with all of its pages. Octets behind a short header read as 0. It clears `info`
-// and fills it, and writes the text to `text`, of KEST_SMS_CB_TEXT_SIZE bytes, as hexadecimal text
-// of its UTF-8 form. No pointer may be null.
+// hexadecimal text. Up to 88 are a page of a GSM message or, with an ETWS identifier, a primary
+// notification, whatever they hold; more are a UMTS message with all of its pages. Octets behind a
+// short header read as 0. It clears `info` and fills it, and writes the text to `text`, of
+// KEST_SMS_CB_TEXT_SIZE bytes, as hexadecimal text of its UTF-8 form. No pointer may be null.
 //
-// The result is 1, and 0 for a UMTS message of another type than 1 or with more pages than it has
-// room for, with a line in the log, or without memory for some 4 KB. `text` is untouched then, and
-// also where there is no text: for an ETWS primary notification and for less than 6 octets. So
-// clear it before the call. NOTE: it is untouched as well if the text has more than 1252 octets in
-// UTF-8; of more than 1252 septets or octets on the air the first 1252 are taken.
+// The result is 0 for a UMTS message of another type than 1, or with more pages than it has room
+// for, with a line in the log, and without memory for some 4 KB; otherwise 1. `text` is untouched
+// after a 0, and also where there is none: for an ETWS primary notification and for less than 6
+// octets. So clear it before the call. NOTE: a text of more than 1252 octets in UTF-8 leaves it
+// untouched as well, with the result 1; of more than 1252 septets or octets on the air the first
+// 1252 are taken.
 //
 // Each page of a UMTS message in the 7 bit alphabet is unpacked by itself, as far as its length
 // octet says. NOTE: in the other alphabets pages stand 82 octets apart, and the sum of their
@@ -112,7 +114,8 @@ KEST_API uint32_t kest_sms_decode_gw_status_report_pdu_v2(const char *pdu, char 
 KEST_API uint32_t kest_sms_decode_gw_cb_pdu(const uint8_t *cb_data, uint16_t length, char *text,
                                             kest_sms_cb_info *info);
 
-// kest_sms_decode_gw_cb_pdu_v2 also reports the message class.
+// kest_sms_decode_gw_cb_pdu_v2 also reports the message class, whatever the result:
+// KEST_SMS_CLASS_NONE where no data coding scheme is read.
 KEST_API uint32_t kest_sms_decode_gw_cb_pdu_v2(const uint8_t *cb_data, uint16_t length, char *text,
                                                kest_sms_cb_info *info,
                                                kest_sms_msg_class *msg_class);

@@ -52,14 +52,16 @@ typedef struct kest_sms_udh_info {
 enum {
   KEST_CB_FORMAT_GSM = 1,          // a page of at most 88 octets (3GPP TS 23.041, clause 9.4.1.2)
   KEST_CB_FORMAT_UMTS = 2,         // a message with all of its pages (clause 9.4.2)
-  KEST_CB_FORMAT_ETWS_PRIMARY = 3, // a notification without text (clause 9.4.1.3)
+  KEST_CB_FORMAT_ETWS_PRIMARY = 3, // a notification without text (clause 9.4.1.3): at most 88
+                                   // octets with an ETWS identifier
 
   KEST_CB_LANGUAGE_NONE = 15,   // none given
   KEST_CB_LANGUAGE_IN_TEXT = 16 // a code stood ahead of the text, see language_chars
 };
 
 // kest_sms_cb_info is the header of a cell broadcast message. The decoders clear it first, so that
-// a field which the message does not have is 0.
+// a field which the message does not have is 0. Of a UMTS message of another type than 1 all but
+// the first and the type is 0.
 typedef struct kest_sms_cb_info {
   uint32_t format; // KEST_CB_FORMAT_...
   uint16_t message_identifier;

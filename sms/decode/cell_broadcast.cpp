@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 #include "kest/log.h"
@@ -77,7 +78,7 @@ bool read_umts_pages(const char *log_name, octet_reader &in, kest_sms_cb_info &i
   return true;
 }
 
-// without_language_code returns the text behind the language code, which `info` has.
+// without_language_code returns the text, behind the language code if one stands ahead of it.
 std::span<const uint8_t> without_language_code(const kest_sms_cb_info &info,
                                                const text_units &text) {
   size_t code = 0;
@@ -103,7 +104,7 @@ bool write_text(kest_gw_alphabet alphabet, std::span<const uint8_t> units, char 
 
 bool decode_cell_broadcast(const char *log_name, octet_reader in, char *text,
                            kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
-  info = {};
+  memset(&info, 0, sizeof info); // what is between the fields as well
   const int32_t header_size = kest_sms_decode_gw_cb_header(in, info, msg_class);
   if (header_size == CB_WRONG_TYPE) {
     return false;

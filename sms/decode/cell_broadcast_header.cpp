@@ -46,7 +46,7 @@ struct cmas_row {
   int8_t message_class, severity, urgency, certainty; // as in the record
 };
 
-// From CMAS_FIRST on. The identifiers behind the table are as its UNKNOWN_CMAS.
+// From CMAS_FIRST on. The identifiers behind them, up to CMAS_LAST, have UNKNOWN_CMAS.
 constexpr cmas_row UNKNOWN_CMAS = {-1, -1, -1, -1};
 constexpr cmas_row CMAS_ROWS[] = {
     {0, -1, -1, -1},                                           // presidential level

@@ -13,8 +13,9 @@ constexpr int32_t CB_WRONG_TYPE = 1;
 
 // kest_sms_decode_gw_cb_header reads the header at the start of `message`, whose size decides its
 // form, into `info`, which the caller has cleared, and the message class into `msg_class`. It
-// returns the octets of the header: 6 up to the page parameter or the number of pages, 13 with the
-// time stamp of an ETWS primary notification. Of a UMTS message of another type it keeps the type
-// alone and returns CB_WRONG_TYPE, with a line in the log.
+// returns the octets of the header, whether they are there or not: 6 with the page parameter of a
+// GSM page, 6 ahead of a UMTS message's number of pages, 6 of an ETWS primary notification and 13
+// with its time stamp. Of a UMTS message of another type it keeps the type alone and returns
+// CB_WRONG_TYPE, with a line in the log.
 int32_t kest_sms_decode_gw_cb_header(octet_reader message, kest_sms_cb_info &info,
                                      kest_sms_msg_class &msg_class);

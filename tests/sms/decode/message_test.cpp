@@ -25,7 +25,7 @@ TEST(DecodeMessage, GivesWhatTheMessageHolds) {
         continue;
       }
       SCOPED_TRACE(d.name + row.dump());
-      const debug_log log(row.contains("trace") ? KEST_LOG_DEBUG | KEST_LOG_ERROR : KEST_LOG_ERROR);
+      const debug_log log(row.contains("trace") ? KEST_LOG_DEBUG : KEST_LOG_ERROR);
       sms_outputs out;
       if (row.contains("null")) {
         out.smsc = out.address = out.timestamp = out.discharge_time = {};
