@@ -143,7 +143,7 @@ kest_sim_access_condition read_rule(answer_reader &in) {
   size_t consumed = 0;
   do {
     consumed += read_condition(in, outer, rule) + 3;
-  } while (consumed <= outer.length && !in.cut_off);
+  } while (consumed <= outer.length);
   if (rule.keys == 1 && rule.condition.mask != 0) {
     rule.condition.method = KEST_SIM_ACCESS_SINGLE;
   }
