@@ -200,10 +200,11 @@ view view_of(const decoded_message &message) {
     shown.add("class", "class", message.msg_class);
   }
   add_header(shown, message);
-  if (!message.is_text) {
-    shown.add("pdu", "no text", message.text);
-  } else if (!message.status || !message.text.empty()) {
+  const bool has_user_data = !message.status || !message.text.empty();
+  if (has_user_data && message.is_text) {
     shown.add("text", "text", decoded_text(message.text));
+  } else if (has_user_data) {
+    shown.add("pdu", "no text", message.text);
   }
   return shown;
 }

@@ -74,7 +74,7 @@ expect 0 '{"dcs":72,"text":"A€"}' '' ussd --json --dcs 72 004120AC
 report=0006000B915155214365F7121032110502231210321105022341
 expect 0 $'SMS-STATUS-REPORT\n  to             +15551234567\n  sent           2021/01/23 11:50:20 +08:00
   discharged     2021/01/23 11:50:20 +08:00\n  status         0x41: incompatible destination (permanent error)' \
-  '' decode $report
+  '' decode ${report/0006/0046}
 times='"scts":"2021/01/23,11:50:20+32","discharge_time":"2021/01/23,11:50:20+32"'
 expect 0 "{\"type\":\"STATUS-REPORT\",\"recipient\":\"+15551234567\",$times,\"status\":{\"value\":176,\"name\":\"reserved\",\"group\":\"reserved\"},\"class\":1,\"text\":\"Aè\"}" \
   '' decode --json "${report%41}B006F1024142"
