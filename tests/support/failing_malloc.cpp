@@ -2,20 +2,12 @@
 
 #include <cstddef>
 
+bool malloc_fails = false;
+
 // The tests are linked with --wrap=malloc.
 extern "C" void *__real_malloc(size_t size);
 extern "C" void *__wrap_malloc(size_t size);
 
-static bool failing = false;
-
 void *__wrap_malloc(size_t size) {
-  return failing ? nullptr : __real_malloc(size);
-}
-
-failing_malloc::failing_malloc() {
-  failing = true;
-}
-
-failing_malloc::~failing_malloc() {
-  failing = false;
+  return malloc_fails ? nullptr : __real_malloc(size);
 }

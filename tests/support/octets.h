@@ -65,3 +65,20 @@ inline std::unique_ptr<char[]> exact_text(const std::string &text) {
 inline std::string text_of(std::span<const uint8_t> data) {
   return {data.begin(), data.end()};
 }
+
+// hostile_inputs checks each truncation of some octets, and the octets with each of them changed to
+// every `stride`th value.
+template <class check>
+void hostile_inputs(std::vector<uint8_t> data, unsigned stride, const check &run) {
+  for (size_t size = 0; size < data.size(); ++size) {
+    run(std::span<const uint8_t>(data).first(size));
+  }
+  for (uint8_t &octet : data) {
+    const uint8_t before = octet;
+    for (unsigned value = 0; value < 256; value += stride) {
+      octet = static_cast<uint8_t>(value);
+      run(std::span<const uint8_t>(data));
+    }
+    octet = before;
+  }
+}

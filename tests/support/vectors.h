@@ -27,34 +27,30 @@ inline std::vector<uint8_t> octets_value(const json &row, const char *name) {
   return octets(row[name].get<std::string>());
 }
 
-inline json to_json(const kest_sms_udh_info &udh) {
-  return {{"iei", udh.iei},           {"reference", udh.reference}, {"total", udh.total},
-          {"sequence", udh.sequence}, {"dest_port", udh.dest_port}, {"orig_port", udh.orig_port}};
+// The records of the library as JSON objects, a rule as its method and mask.
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(kest_sms_udh_info, iei, reference, total, sequence, dest_port,
+                                   orig_port)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(kest_sms_cb_info, format, message_identifier, serial_number,
+                                   geographical_scope, message_code, update_number,
+                                   umts_message_type, alphabet, language, language_chars,
+                                   total_pages, page_number, warning_type, emergency_user_alert,
+                                   popup, timestamp, cmas_class, cmas_severity, cmas_urgency,
+                                   cmas_certainty)
+
+inline void to_json(json &out, const kest_sim_access_condition &rule) {
+  out = {rule.method, rule.mask};
 }
 
-inline json to_json(const kest_sim_access_condition &rule) {
-  return {rule.method, rule.mask};
+inline void from_json(const json &in, kest_sim_access_condition &rule) {
+  rule = {in[0], in[1]};
 }
 
-inline json to_json(const kest_sim_file_info &i) {
-  return {{"file_size", i.file_size},
-          {"file_id", i.file_id},
-          {"file_type", i.file_type},
-          {"record_length", i.record_length},
-          {"record_count", i.record_count},
-          {"read", to_json(i.read)},
-          {"update", to_json(i.update)},
-          {"increase", to_json(i.increase)},
-          {"deactivate", to_json(i.deactivate)},
-          {"activate", to_json(i.activate)},
-          {"ref_file_id", i.ref_file_id},
-          {"ref_record", i.ref_record}};
-}
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(kest_sim_file_info, file_size, file_id, file_type, record_length,
+                                   record_count, read, update, increase, deactivate, activate,
+                                   ref_file_id, ref_record)
 
-// expected_udh returns what a header record must hold: the row's "udh", and for the rest what it
-// held before.
-inline json expected_udh(const json &row, const kest_sms_udh_info &before) {
-  json udh = to_json(before);
-  udh.update(row.value("udh", json::object()));
-  return udh;
+// changed returns a record with the fields that a row names in `name`.
+inline json changed(json record, const json &row, const char *name) {
+  record.update(row.value(name, json::object()));
+  return record;
 }
