@@ -1,6 +1,5 @@
 // kest decode: PDUs as a modem reports them.
 #include <algorithm>
-#include <array>
 #include <memory>
 
 #include "kest/kest.h"
@@ -55,77 +54,66 @@ std::string address_text(const std::vector<uint8_t> &octets, size_t offset, cons
   return gsm_text(packed.first((semi_octets + 1) / 2), semi_octets * 4 / 7);
 }
 
-decoded_message decode_deliver(const std::string &pdu, const std::vector<uint8_t> &octets) {
-  std::array<char, KEST_SMS_ADDRESS_TEXT_SIZE> smsc = {}, sender = {};
-  std::array<char, KEST_SMS_TIME_TEXT_SIZE> timestamp = {};
-  std::array<char, KEST_SMS_USERDATA_TEXT_SIZE> userdata = {};
-  decoded_message message;
-  message.type = "DELIVER";
-  uint32_t udh_no_concat = 0;
-  if (kest_sms_decode_gw_deliver_pdu_v2(pdu.c_str(), smsc.data(), sender.data(), timestamp.data(),
-                                        userdata.data(), &message.udh, &message.msg_class,
-                                        &udh_no_concat) == 0) {
-    throw command_failure("the library refuses this DELIVER; --trace tells why");
-  }
-  message.smsc = smsc.data();
-  message.address = address_text(octets, tpdu_offset(octets) + 1, sender.data());
-  message.timestamp = timestamp.data();
-  message.text = userdata.data();
-  message.is_text = udh_no_concat == 0;
-  return message;
-}
-
-// is_text tells what those decoders keep to themselves that have no flag for it: a header without a
-// concatenation element makes no text.
-bool is_text(const decoded_message &message, const std::vector<uint8_t> &octets) {
+// is_text tells what only one of the decoders reports: a header without a concatenation element
+// makes no text.
+bool is_text(const decoded_message &message, uint8_t first_octet) {
   constexpr unsigned TP_UDHI = 0x40;
-  const bool has_header = (octets[tpdu_offset(octets)] & TP_UDHI) != 0;
-  return !has_header || message.udh.total != 0;
+  return (first_octet & TP_UDHI) == 0 || message.udh.total != 0;
 }
 
-decoded_message decode_submit(const std::string &pdu, const std::vector<uint8_t> &octets) {
-  std::array<char, KEST_SMS_ADDRESS_TEXT_SIZE> smsc = {}, destination = {};
-  std::array<char, KEST_SMS_USERDATA_TEXT_SIZE> userdata = {};
-  decoded_message message;
-  message.type = "SUBMIT";
-  if (kest_sms_decode_gw_submit_pdu_v2(pdu.c_str(), smsc.data(), destination.data(),
-                                       userdata.data(), &message.udh, &message.msg_class) == 0) {
-    throw command_failure("the library refuses this SUBMIT; --trace tells why");
-  }
-  message.smsc = smsc.data();
-  message.address = address_text(octets, tpdu_offset(octets) + 2, destination.data());
-  message.text = userdata.data();
-  message.is_text = is_text(message, octets);
-  return message;
-}
-
-decoded_message decode_report(const std::string &pdu, const std::vector<uint8_t> &octets) {
+// require_status refuses a report that ends ahead of TP-ST: the library reads what is not there as
+// 0, which as a status means that the message came through.
+void require_status(const std::vector<uint8_t> &octets, size_t address) {
   constexpr size_t STAMPS_SIZE = 14;
-  const size_t address = tpdu_offset(octets) + 2;
-  // The library reads what is not there as 0, which as a status means that the message came
-  // through.
   if (address >= octets.size() ||
       address + 2 + (octets[address] + 1u) / 2 + STAMPS_SIZE >= octets.size()) {
     throw command_failure("the PDU ends ahead of its status");
   }
-  std::array<char, KEST_SMS_ADDRESS_TEXT_SIZE> smsc = {}, recipient = {};
-  std::array<char, KEST_SMS_TIME_TEXT_SIZE> scts = {}, discharge_time = {};
-  std::array<char, KEST_SMS_STATUS_TEXT_SIZE> status = {};
-  std::array<char, KEST_SMS_USERDATA_TEXT_SIZE> userdata = {};
+}
+
+// What the decoders write to.
+struct decoder_outputs {
+  char smsc[KEST_SMS_ADDRESS_TEXT_SIZE], address[KEST_SMS_ADDRESS_TEXT_SIZE];
+  char timestamp[KEST_SMS_TIME_TEXT_SIZE], discharge_time[KEST_SMS_TIME_TEXT_SIZE];
+  char status[KEST_SMS_STATUS_TEXT_SIZE], userdata[KEST_SMS_USERDATA_TEXT_SIZE];
+};
+
+decoded_message decode_pdu(const char *pdu, const std::vector<uint8_t> &octets, unsigned type) {
+  decoder_outputs out = {};
   decoded_message message;
-  message.type = "STATUS-REPORT";
-  if (kest_sms_decode_gw_status_report_pdu_v2(
-          pdu.c_str(), smsc.data(), recipient.data(), scts.data(), discharge_time.data(),
-          status.data(), userdata.data(), &message.udh, &message.msg_class) == 0) {
-    throw command_failure("the library refuses this STATUS-REPORT; --trace tells why");
+  uint32_t udh_no_concat = 0;
+  uint32_t result = 0;
+  size_t address = tpdu_offset(octets) + 2;
+  if (type == MTI_SUBMIT) {
+    message.type = "SUBMIT";
+    result = kest_sms_decode_gw_submit_pdu_v2(pdu, out.smsc, out.address, out.userdata,
+                                              &message.udh, &message.msg_class);
+  } else if (type == MTI_STATUS_REPORT) {
+    message.type = "STATUS-REPORT";
+    require_status(octets, address);
+    result = kest_sms_decode_gw_status_report_pdu_v2(pdu, out.smsc, out.address, out.timestamp,
+                                                     out.discharge_time, out.status, out.userdata,
+                                                     &message.udh, &message.msg_class);
+    message.status = std::stoul(std::string("0") + out.status, nullptr, 16);
+  } else {
+    message.type = "DELIVER";
+    --address; // no message reference ahead of it
+    result =
+        kest_sms_decode_gw_deliver_pdu_v2(pdu, out.smsc, out.address, out.timestamp, out.userdata,
+                                          &message.udh, &message.msg_class, &udh_no_concat);
   }
-  message.smsc = smsc.data();
-  message.address = address_text(octets, address, recipient.data());
-  message.timestamp = scts.data();
-  message.discharge_time = discharge_time.data();
-  message.status = octets_of(status.data()).at(0);
-  message.text = userdata.data();
-  message.is_text = is_text(message, octets);
+  if (result == 0) {
+    throw command_failure(std::string("the library refuses this ") + message.type +
+                          "; --trace tells why");
+  }
+  message.smsc = out.smsc;
+  message.address = address_text(octets, address, out.address);
+  message.timestamp = out.timestamp;
+  message.discharge_time = out.discharge_time;
+  message.is_text = is_text(message, octets[tpdu_offset(octets)]);
+  message.text = out.userdata;
+  message.part = message.udh.sequence;
+  message.parts = message.udh.total;
   return message;
 }
 
@@ -138,12 +126,7 @@ decoded_message decode(const std::string &pdu, const std::string &direction) {
   if (direction == "received" && type == MTI_SUBMIT) {
     throw command_failure("a received SUBMIT-REPORT is not decoded");
   }
-  decoded_message message = type == MTI_SUBMIT          ? decode_submit(pdu, octets)
-                            : type == MTI_STATUS_REPORT ? decode_report(pdu, octets)
-                                                        : decode_deliver(pdu, octets);
-  message.part = message.udh.sequence;
-  message.parts = message.udh.total;
-  return message;
+  return decode_pdu(pdu.c_str(), octets, type);
 }
 
 void add_addresses(view &shown, const decoded_message &message) {
