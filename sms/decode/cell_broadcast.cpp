@@ -102,21 +102,21 @@ bool write_text(kest_gw_alphabet alphabet, std::span<const uint8_t> units, char 
   return true;
 }
 
-bool decode_cell_broadcast(const char *log_name, octet_reader in, char *text,
-                           kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
+uint32_t decode_cell_broadcast(const char *log_name, octet_reader in, char *text,
+                               kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
   memset(&info, 0, sizeof info); // what is between the fields as well
   const int32_t header_size = kest_sms_decode_gw_cb_header(in, info, msg_class);
   if (header_size == CB_WRONG_TYPE) {
-    return false;
+    return 0;
   }
   if (in.octets.size() < static_cast<size_t>(header_size)) {
     kest_log(log_level & KEST_LOG_DEBUG, "%s no user data done!!\n", log_name);
-    return true;
+    return 1;
   }
   if (info.format == KEST_CB_FORMAT_ETWS_PRIMARY) {
     kest_log(log_level & KEST_LOG_DEBUG, "%s KEST_CB_FORMAT_ETWS_PRIMARY no user data done!!\n",
              log_name);
-    return true;
+    return 1;
   }
   skip_octets(in, static_cast<size_t>(header_size));
   text_units units;
@@ -124,9 +124,9 @@ bool decode_cell_broadcast(const char *log_name, octet_reader in, char *text,
     const std::span<const uint8_t> content = in.octets.subspan(in.pos);
     add_page({content, content.size()}, info, units);
   } else if (!read_umts_pages(log_name, in, info, units)) {
-    return false;
+    return 0;
   }
-  return write_text(info.alphabet, without_language_code(info, units), text);
+  return write_text(info.alphabet, without_language_code(info, units), text) ? 1 : 0;
 }
 
 } // namespace
@@ -135,15 +135,11 @@ uint32_t kest_sms_decode_gw_cb_pdu(const uint8_t *cb_data, uint16_t length, char
                                    kest_sms_cb_info *info) {
   kest_sms_msg_class msg_class = KEST_SMS_CLASS_NONE;
   return decode_cell_broadcast("kest_sms_decode_gw_cb_pdu", {{cb_data, length}}, text, *info,
-                               msg_class)
-             ? 1
-             : 0;
+                               msg_class);
 }
 
 uint32_t kest_sms_decode_gw_cb_pdu_v2(const uint8_t *cb_data, uint16_t length, char *text,
                                       kest_sms_cb_info *info, kest_sms_msg_class *msg_class) {
   return decode_cell_broadcast("kest_sms_decode_gw_cb_pdu_v2", {{cb_data, length}}, text, *info,
-                               *msg_class)
-             ? 1
-             : 0;
+                               *msg_class);
 }

@@ -1,11 +1,7 @@
 // tests/support/cell_broadcast.h: the two decoders of cell broadcast, called alike.
 #pragma once
-#include <cstring>
-#include <memory>
-#include <span>
-#include <vector>
-
 #include "kest/sms_decode.h"
+#include "tests/support/octets.h"
 
 // Outputs as the caller left them. A text that a decoder leaves alone stays filled with '~'.
 struct cb_outputs {
@@ -38,9 +34,7 @@ constexpr cb_decoder CB_DECODERS[] = {
 
 // decode_cb decodes octets that stand in a heap block of their exact size.
 inline cb_outputs decode_cb(const cb_decoder &d, std::span<const uint8_t> octets) {
-  const auto block = std::make_unique<uint8_t[]>(octets.size());
-  std::copy(octets.begin(), octets.end(), block.get());
   cb_outputs out;
-  out.result = d.decode(block.get(), static_cast<uint16_t>(octets.size()), out);
+  out.result = d.decode(exact_octets(octets).get(), static_cast<uint16_t>(octets.size()), out);
   return out;
 }

@@ -1,5 +1,6 @@
 // tests/support/octets.h: octet strings that a person can read.
 #pragma once
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -59,6 +60,13 @@ inline std::string hex(std::string_view text) {
 inline std::unique_ptr<char[]> exact_text(const std::string &text) {
   auto block = std::make_unique<char[]>(text.size() + 1);
   memcpy(block.get(), text.c_str(), text.size() + 1);
+  return block;
+}
+
+// exact_octets does so for octets, without a terminator.
+inline std::unique_ptr<uint8_t[]> exact_octets(std::span<const uint8_t> data) {
+  auto block = std::make_unique<uint8_t[]>(data.size());
+  std::copy(data.begin(), data.end(), block.get());
   return block;
 }
 

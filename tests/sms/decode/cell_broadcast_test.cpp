@@ -69,11 +69,9 @@ TEST(CellBroadcast, Numbers) {
     for (unsigned n = row.first; n <= row.last; ++n) {
       const bool etws = n >= 4352 && n <= 4359;
       for (const bool umts : {false, true}) {
+        const int format = umts ? 2 : etws ? 3 : 1;
         ASSERT_EQ(numbers(umts, 0xA5C3, n),
-                  std::tuple(umts   ? 2
-                             : etws ? 3
-                                    : 1,
-                             n, 0xA5C3, 2, 0x25C, 3, etws ? n - 4352 : 0, etws, 0,
+                  std::tuple(format, n, 0xA5C3, 2, 0x25C, 3, etws ? n - 4352 : 0, etws, 0,
                              row.message_class, row.severity, row.urgency, row.certainty));
         ASSERT_EQ(numbers(umts, n, 0x1104),
                   std::tuple(umts ? 2 : 3, 0x1104, n, n / 0x4000, n % 0x4000 / 16, n % 16, 4,
