@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "tests/support/octets.h"
+#include "tests/support/printed.h"
 
 namespace {
 
@@ -32,30 +33,27 @@ TEST(DebugLog, RecordIsExactToTheByte) {
   EXPECT_NE(std::find(possible.begin(), possible.end(), log.raw()), possible.end());
 }
 
-std::string printed(uint32_t mask, const std::string &text) {
-  testing::internal::CaptureStdout();
-  kest_log(mask, "%s", text.c_str());
-  fflush(stdout);
-  return testing::internal::GetCapturedStdout();
+std::string console(uint32_t mask, const std::string &text) {
+  return printed([&] { kest_log(mask, "%s", text.c_str()); });
 }
 
 TEST(DebugLog, MaskAndSwitchDecide) {
   const debug_log log;
-  EXPECT_EQ(printed(0, "x"), "");
+  EXPECT_EQ(console(0, "x"), "");
   orba_kest_log(0);
-  EXPECT_EQ(printed(KEST_LOG_CONSOLE | KEST_LOG_ERROR, "x"), "");
+  EXPECT_EQ(console(KEST_LOG_CONSOLE | KEST_LOG_ERROR, "x"), "");
   EXPECT_EQ(log.raw(), "");
   orba_kest_log(-256);
-  EXPECT_EQ(printed(KEST_LOG_CONSOLE, "100%d"), "100%d") << "bare, and nothing added to it";
-  EXPECT_EQ(printed(0x80000000, "any bit"), "");
+  EXPECT_EQ(console(KEST_LOG_CONSOLE, "100%d"), "100%d") << "bare, and nothing added to it";
+  EXPECT_EQ(console(0x80000000, "any bit"), "");
   EXPECT_EQ(log.lines(), (log_lines{"100%d", "any bit"}));
   LOG_FILE[0] = '\0';
-  EXPECT_EQ(printed(KEST_LOG_CONSOLE, "x"), "x") << "without a file the text is still printed";
+  EXPECT_EQ(console(KEST_LOG_CONSOLE, "x"), "x") << "without a file the text is still printed";
 }
 
 TEST(DebugLog, TextEndsWhereToldTo) {
   const debug_log log;
-  EXPECT_EQ(printed(KEST_LOG_CONSOLE, std::string(3000, 'x')), std::string(2047, 'x'));
+  EXPECT_EQ(console(KEST_LOG_CONSOLE, std::string(3000, 'x')), std::string(2047, 'x'));
   kest_log(1, "ab\xFF%s\n", "cd");
   kest_log(1, "ef%cgh\n", 0);
   EXPECT_EQ(log.lines(), (log_lines{std::string(2047, 'x'), "ab", "ef"}));

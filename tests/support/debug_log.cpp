@@ -1,18 +1,14 @@
 #include "tests/support/debug_log.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include <unistd.h>
 
 debug_log::debug_log(uint32_t level, uint32_t max_size) {
-  char name[] = "/tmp/kest_log_XXXXXX";
-  folder_ = mkdtemp(name);
-  strcpy(LOG_FILE, (folder_ + "/log").c_str());
+  strcpy(LOG_FILE, (folder() + "/log").c_str());
   LOG_FILE_MAX_SIZE = max_size;
   log_level = level;
 }
@@ -20,22 +16,21 @@ debug_log::debug_log(uint32_t level, uint32_t max_size) {
 debug_log::~debug_log() {
   LOG_FILE[0] = '\0';
   log_level = 0;
-  std::filesystem::remove_all(folder_);
 }
 
 std::string debug_log::folder() const {
-  return folder_;
+  return folder_.path;
 }
 
 std::string debug_log::raw(const char *suffix) const {
-  std::ifstream file(folder_ + "/log" + suffix, std::ios::binary);
+  std::ifstream file(folder() + "/log" + suffix, std::ios::binary);
   std::ostringstream bytes;
   bytes << file.rdbuf();
   return bytes.str();
 }
 
 void debug_log::write(const std::string &bytes) const {
-  std::ofstream(folder_ + "/log", std::ios::binary) << bytes;
+  std::ofstream(folder() + "/log", std::ios::binary) << bytes;
 }
 
 log_lines debug_log::lines(const char *suffix) const {

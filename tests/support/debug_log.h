@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "kest/log.h"
+#include "tests/support/temporary_folder.h"
 
 constexpr size_t LOG_FILE_CAPACITY = 512; // more than the library takes
 
@@ -25,7 +26,7 @@ public:
   std::vector<std::string> lines(const char *suffix = "") const;
 
 private:
-  std::string folder_;
+  temporary_folder folder_;
 };
 
 using log_lines = std::vector<std::string>;

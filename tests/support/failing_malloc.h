@@ -1,5 +1,9 @@
-// tests/support/failing_malloc.h: a library without memory.
+// tests/support/failing_malloc.h: a library that runs out of memory.
 #pragma once
 
-// While it is set, each malloc of the library and the tests fails. The C++ runtime has its own.
-extern bool malloc_fails;
+// How many more calls of malloc, by the library and the tests, succeed; all, while it is negative.
+// The C++ runtime has its own.
+extern int mallocs_left;
+
+// What stands in each octet of a block that malloc gives.
+constexpr int FRESH = 0xEE;

@@ -120,9 +120,9 @@ TEST(CellBroadcast, NoMemoryIsARefusal) {
   for (const cb_decoder &d : CB_DECODERS) {
     cb_outputs out;
     const uint8_t cb[] = {0x40, 0x11, 0x00, 0x32, 0x0F, 0x11, 0x41};
-    malloc_fails = true;
+    mallocs_left = 0;
     out.result = d.decode(cb, sizeof cb, out);
-    malloc_fails = false;
+    mallocs_left = -1;
     EXPECT_EQ(out.result, 0u);
     EXPECT_EQ(out.text, cb_outputs().text);
     EXPECT_EQ(out.info.page_number, 1);
