@@ -1,0 +1,59 @@
+#include "kest/log.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <cstring>
+#include <span>
+
+namespace {
+
+constexpr size_t OCTETS_PER_LINE = 16;
+constexpr size_t OCTETS_PER_GROUP = 4;
+constexpr size_t HEX_COLUMN = 5;
+constexpr size_t TEXT_COLUMN = 43;
+constexpr size_t LINE_SIZE = TEXT_COLUMN + OCTETS_PER_LINE + 1; // with its terminator
+
+// format_line writes up to 16 octets into the line: each has its fixed columns, so that the text of
+// a short line stands below that of a full one.
+void format_line(std::span<const uint8_t> octets, char (&line)[LINE_SIZE]) {
+  constexpr char DIGITS[] = "0123456789ABCDEF";
+  memset(line, ' ', TEXT_COLUMN);
+  for (size_t i = 0; i < octets.size(); ++i) {
+    const uint8_t octet = octets[i];
+    char *digits = line + HEX_COLUMN + 2 * i + i / OCTETS_PER_GROUP;
+    digits[0] = DIGITS[octet >> 4];
+    digits[1] = DIGITS[octet & 0xF];
+    line[TEXT_COLUMN + i] = isprint(octet) != 0 ? static_cast<char>(octet) : '.';
+  }
+  line[TEXT_COLUMN + octets.size()] = '\0';
+}
+
+template <class write_line>
+void dump(const uint8_t *data, int32_t length, const write_line &write) {
+  std::span<const uint8_t> rest(data, static_cast<size_t>(std::max(length, 0)));
+  while (!rest.empty()) {
+    const size_t count = std::min(rest.size(), OCTETS_PER_LINE);
+    char line[LINE_SIZE];
+    format_line(rest.first(count), line);
+    write(line);
+    rest = rest.subspan(count);
+  }
+}
+
+} // namespace
+
+void kest_print_hex(const char *title, const uint8_t *data, int32_t length) {
+  printf("%s (%3d)\n", title, length);
+  dump(data, length, [](const char *line) { puts(line); });
+}
+
+void orba_kest_print_hex(const char *title, const uint8_t *data, int32_t length) {
+  kest_print_hex(title, data, length);
+}
+
+void fnPrintHex(uint32_t mask, int32_t number, const char *title, const uint8_t *data,
+                int32_t length) {
+  kest_log(mask, "%d: %s (%3d)\n", number, title, length);
+  dump(data, length, [mask](const char *line) { kest_log(mask, "%s\n", line); });
+}
