@@ -3,6 +3,7 @@
 #define KEST_KEST_H
 
 #include "kest/export.h"
+#include "kest/ipc.h"
 #include "kest/log.h"
 #include "kest/sim.h"
 #include "kest/sms_cdma.h"

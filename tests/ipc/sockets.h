@@ -1,0 +1,57 @@
+// tests/ipc/sockets.h: rows that open sockets.
+#pragma once
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tests/support/rows.h"
+
+inline std::vector<int> descriptors; // that the library opened in a row
+
+inline int last_opened() {
+  return descriptors.back();
+}
+
+inline json opened(int fd) {
+  if (fd < 0) {
+    return fd;
+  }
+  descriptors.push_back(fd);
+  return "open";
+}
+
+// opened_by is the call of a function that gives a descriptor.
+template <class... arguments>
+auto opened_by(int (*function)(arguments...)) {
+  return [call = call_of(function)](const json &row) {
+    return opened(call(row));
+  };
+}
+
+// The type of a socket stands in rows as a text: its number differs between processors.
+template <>
+inline int argument(const json &value) {
+  return value == "stream" ? SOCK_STREAM : value == "datagram" ? SOCK_DGRAM : value.get<int>();
+}
+
+// run_socket_rows looks for descriptors that stay open, and closes those that the rows opened.
+inline void run_socket_rows(const std::string &table, row_calls functions) {
+  functions["mkdir"] = call_of(mkdir);
+  functions["access"] = call_of(access);
+  functions["close"] = [](const json &) {
+    const int fd = last_opened();
+    descriptors.pop_back();
+    return json(close(fd));
+  };
+  const size_t before = open_descriptors();
+  run_rows(table, functions, [before] {
+    EXPECT_EQ(open_descriptors(), before + descriptors.size()) << "descriptors stay open";
+    for (const int fd : descriptors) {
+      close(fd);
+    }
+    descriptors.clear();
+  });
+}
