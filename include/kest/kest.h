@@ -11,5 +11,6 @@
 #include "kest/sms_encode.h"
 #include "kest/text.h"
 #include "kest/types.h"
+#include "kest/util.h"
 
 #endif
