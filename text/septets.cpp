@@ -1,11 +1,60 @@
 #include "text/septets.h"
 
-#include <cstddef>
+#include <algorithm>
+
+#include "text/word.h"
 
 namespace {
 
 constexpr unsigned SEPTET = 0x7F;
 constexpr unsigned CARRIAGE_RETURN = 0x0D;
+
+// A group is eight septets, or the seven octets that they fill when the first begins an octet. Both
+// halves of it are 28 bits, four septets.
+constexpr size_t GROUP_SEPTETS = 8;
+constexpr size_t GROUP_OCTETS = 7;
+
+// join closes the gaps between the septets in the octets of `septets`, four to each 32 bits.
+template <class number>
+constexpr number join(number septets) {
+  constexpr auto ODD = static_cast<number>(0xFF00FF00FF00FF00);
+  constexpr auto HIGH = static_cast<number>(0xFFFF0000FFFF0000);
+  const number pairs = (septets & ~ODD) | (septets & ODD) >> 1;
+  return (pairs & ~HIGH) | (pairs & HIGH) >> 2;
+}
+
+// part puts the four septets of a half into the octets of the result.
+constexpr uint32_t part(uint32_t half) {
+  const uint32_t pairs = (half & 0x3FFF) | (half & 0x0FFFC000) << 2;
+  return (pairs & 0x007F007F) | (pairs & 0x3F803F80) << 1;
+}
+
+// pack_groups packs `count` groups that begin an octet.
+void pack_groups(const uint8_t *src, size_t count, uint8_t *dst) {
+  for (; count > 0; --count) {
+    uint64_t octets;
+    if constexpr (sizeof(word) == GROUP_SEPTETS) { // both halves in one register
+      const auto halves = join(load<uint64_t>(src));
+      octets = (halves & 0xFFFFFFFF) | halves >> 32 << 28;
+    } else {
+      octets = join(load<uint32_t>(src)) | uint64_t{join(load<uint32_t>(src + 4))} << 28;
+    }
+    store(dst, static_cast<uint32_t>(octets));
+    store(dst + 3, static_cast<uint32_t>(octets >> 24));
+    src += GROUP_SEPTETS;
+    dst += GROUP_OCTETS;
+  }
+}
+
+// unpack_groups unpacks `count` groups that begin an octet.
+void unpack_groups(const uint8_t *src, size_t count, uint8_t *dst) {
+  for (; count > 0; --count) {
+    store(dst, part(load<uint32_t>(src)));
+    store(dst + 4, part(load<uint32_t>(src + 3) >> 4));
+    src += GROUP_OCTETS;
+    dst += GROUP_SEPTETS;
+  }
+}
 
 } // namespace
 
@@ -28,6 +77,13 @@ uint16_t kest_pack_septets(const uint8_t *src, uint16_t count, uint16_t shift, u
     }
   }
   while (out < limit && i < count) {
+    if (placed == 0 && count - i >= GROUP_SEPTETS && limit - out >= GROUP_OCTETS) {
+      const size_t groups = std::min((count - i) / GROUP_SEPTETS, (limit - out) / GROUP_OCTETS);
+      pack_groups(src + i, groups, dst + out);
+      i += groups * GROUP_SEPTETS;
+      out += groups * GROUP_OCTETS;
+      continue;
+    }
     unsigned octet = src[i] >> placed;
     if (i + 1 < count) {
       octet |= static_cast<unsigned>(src[i + 1]) << (7 - placed);
@@ -55,6 +111,14 @@ uint8_t kest_unpack_septets(const uint8_t *src, uint16_t count, uint16_t limit, 
     carried = 0;
   }
   while (out < limit && out < count) {
+    if (carried == 0 && count - out >= GROUP_OCTETS && limit - out >= GROUP_SEPTETS) {
+      const size_t groups =
+          std::min((count - out + 1) / GROUP_SEPTETS, (limit - out) / GROUP_SEPTETS);
+      unpack_groups(src + i, groups, dst + out);
+      i += groups * GROUP_OCTETS;
+      out += groups * GROUP_SEPTETS;
+      continue;
+    }
     unsigned septet = static_cast<unsigned>(src[i]) << carried;
     if (i != 0) {
       septet |= static_cast<unsigned>(src[i - 1]) >> (8 - carried);
@@ -77,9 +141,11 @@ uint32_t kest_unpack_ussd_septets(uint8_t *dst, const uint8_t *src, uint16_t src
   if (src == nullptr || dst == nullptr) {
     return 0;
   }
-  uint32_t out = 0;
+  const size_t groups = src_len == 0 ? 0 : (src_len - 1u) / GROUP_OCTETS; // the last may be padded
+  unpack_groups(src, groups, dst);
+  uint32_t out = static_cast<uint32_t>(groups * GROUP_SEPTETS);
   unsigned previous = 0;
-  for (size_t i = 0; i < src_len; ++i) {
+  for (size_t i = groups * GROUP_OCTETS; i < src_len; ++i) {
     const unsigned octet = src[i];
     const unsigned carried = out % 8;
     dst[out++] = (octet << carried | previous >> (8 - carried)) & SEPTET;
