@@ -64,18 +64,11 @@ void append_record(char *text) {
   fclose(file);
 }
 
-} // namespace
-
-void kest_log(uint32_t mask, const char *format, ...) {
-  if (kest_log_enabled.load(std::memory_order_relaxed) == 0 || mask == 0) {
-    return;
-  }
+// log_line has a frame of its own, for its buffers: a line that is dropped needs none.
+[[gnu::noinline]] void log_line(uint32_t mask, const char *format, va_list arguments) {
   char text[TEXT_SIZE];
   text[0] = '\0';
-  va_list arguments;
-  va_start(arguments, format);
   vsnprintf(text, sizeof text, format, arguments);
-  va_end(arguments);
   if ((mask & KEST_LOG_CONSOLE) != 0) {
     printf("%s", text);
   }
@@ -90,6 +83,18 @@ void kest_log(uint32_t mask, const char *format, ...) {
     append_record(text);
   }
   pthread_mutex_unlock(&kest_log_mutex);
+}
+
+} // namespace
+
+void kest_log(uint32_t mask, const char *format, ...) {
+  if (kest_log_enabled.load(std::memory_order_relaxed) == 0 || mask == 0) {
+    return;
+  }
+  va_list arguments;
+  va_start(arguments, format);
+  log_line(mask, format, arguments);
+  va_end(arguments);
 }
 
 void orba_kest_log(int32_t enable) {

@@ -1,9 +1,8 @@
 #include "text/hex.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
-
-#include "kest/log.h"
-#include "kest/text.h"
 
 namespace {
 
@@ -11,48 +10,94 @@ constexpr const char *TOO_SMALL = "%s Buffer is too small!!!\n";
 
 // One letter case of the digits, and the names that its log lines carry.
 struct digit_case {
-  uint8_t letter_offset; // from the value 10 to its letter
+  char ten;
   const char *char_name;
   const char *string_name;
 };
 
-constexpr digit_case LOWER = {'a' - 10, "kest_binary_to_hexchar", "kest_binary_to_hexstring"};
-constexpr digit_case UPPER = {'A' - 10, "kest_binary_to_hexchar_uppercase",
+constexpr digit_case LOWER = {'a', "kest_binary_to_hexchar", "kest_binary_to_hexstring"};
+constexpr digit_case UPPER = {'A', "kest_binary_to_hexchar_uppercase",
                               "kest_binary_to_hexstring_uppercase"};
 
-int8_t to_digit(const digit_case &digits, uint8_t value) {
-  if ((log_level & KEST_LOG_ERROR) != 0) { // spares a call for each nibble of a message
-    kest_log(log_level & KEST_LOG_ERROR, "%s value=%d!!!\n", digits.char_name, value);
-  }
-  return static_cast<int8_t>(value + (value < 10 ? '0' : digits.letter_offset));
+// digit has no range test: values above 15 run on past the letters.
+constexpr char digit(char ten, int value) {
+  return static_cast<char>(value < 10 ? '0' + value : ten + value - 10);
 }
 
-void to_text(const digit_case &digits, const uint8_t *data, uint16_t data_len, char *str,
-             uint16_t str_size) {
-  if (2u * data_len >= str_size) {
+int8_t to_digit(const digit_case &digits, uint8_t value) {
+  kest_log(log_level & KEST_LOG_ERROR, "%s value=%d!!!\n", digits.char_name, value);
+  return static_cast<int8_t>(digit(digits.ten, value));
+}
+
+// Both digits of each octet, in lower case.
+struct digit_pairs {
+  char of[256][2];
+};
+
+constexpr digit_pairs PAIRS = [] {
+  digit_pairs pairs = {};
+  for (int octet = 0; octet < 256; ++octet) {
+    pairs.of[octet][0] = digit('a', octet >> 4);
+    pairs.of[octet][1] = digit('a', octet & 0xF);
+  }
+  return pairs;
+}();
+
+void make_capital(char &c) {
+  c = static_cast<char>(c >= 'a' ? c - 'a' + 'A' : c);
+}
+
+// put_pairs is put_digits while no digit is logged: an octet's digits at once, two octets a turn.
+void put_pairs(const digit_case &digits, std::span<const uint8_t> octets, char *str) {
+  size_t i = 0;
+  for (; i + 1 < octets.size(); i += 2) {
+    memcpy(str + 2 * i, PAIRS.of[octets[i]], 2);
+    memcpy(str + 2 * i + 2, PAIRS.of[octets[i + 1]], 2);
+  }
+  if (i < octets.size()) {
+    memcpy(str + 2 * i, PAIRS.of[octets[i]], 2);
+  }
+  if (&digits == &UPPER) {
+    std::for_each(str, str + 2 * octets.size(), make_capital);
+  }
+}
+
+void put_digits(const digit_case &digits, std::span<const uint8_t> octets, char *str) {
+  for (const uint8_t octet : octets) {
+    *str++ = static_cast<char>(to_digit(digits, octet >> 4));
+    *str++ = static_cast<char>(to_digit(digits, octet & 0xF));
+  }
+}
+
+void to_text(const digit_case &digits, std::span<const uint8_t> octets, char *str,
+             size_t str_size) {
+  const size_t length = 2 * octets.size();
+  if (length >= str_size) {
     kest_log(log_level & KEST_LOG_ERROR, TOO_SMALL, digits.string_name);
     return;
   }
-  memset(str, 0, str_size);
-  for (size_t i = 0; i < data_len; ++i) {
-    str[2 * i] = static_cast<char>(to_digit(digits, data[i] >> 4));
-    str[2 * i + 1] = static_cast<char>(to_digit(digits, data[i] & 0xF));
+  if (logs(KEST_LOG_ERROR)) {
+    put_digits(digits, octets, str);
+  } else {
+    put_pairs(digits, octets, str);
   }
+  memset(str + length, 0, str_size - length);
 }
+
+// The values of digits in either case. Other characters count as 0.
+constexpr std::array<uint8_t, 256> DIGIT_VALUES = [] {
+  std::array<uint8_t, 256> values = {};
+  for (uint8_t value = 0; value < 16; ++value) {
+    values[static_cast<uint8_t>(digit('a', value))] = value;
+    values[static_cast<uint8_t>(digit('A', value))] = value;
+  }
+  return values;
+}();
 
 } // namespace
 
 uint8_t kest_hexchar_to_binary(char c) {
-  if (c >= '0' && c <= '9') {
-    return static_cast<uint8_t>(c - '0');
-  }
-  if (c >= 'A' && c <= 'F') {
-    return static_cast<uint8_t>(c - 'A' + 10);
-  }
-  if (c >= 'a' && c <= 'f') {
-    return static_cast<uint8_t>(c - 'a' + 10);
-  }
-  return 0;
+  return DIGIT_VALUES[static_cast<uint8_t>(c)];
 }
 
 std::optional<uint16_t> kest_hex_to_octets(const char *str, std::span<uint8_t> octets) {
@@ -62,13 +107,15 @@ std::optional<uint16_t> kest_hex_to_octets(const char *str, std::span<uint8_t> o
     kest_log(log_level & KEST_LOG_ERROR, TOO_SMALL, "kest_hexstring_to_binary");
     return std::nullopt;
   }
-  if (!octets.empty()) {
-    memset(octets.data(), 0, octets.size());
+  const auto *text = reinterpret_cast<const uint8_t *>(str);
+  for (size_t i = 0; i < digits / 2; ++i) {
+    octets[i] =
+        static_cast<uint8_t>(DIGIT_VALUES[text[2 * i]] << 4 | DIGIT_VALUES[text[2 * i + 1]]);
   }
-  for (size_t i = 0; i < digits; ++i) {
-    const uint8_t nibble = kest_hexchar_to_binary(str[i]);
-    octets[i / 2] |= static_cast<uint8_t>(i % 2 == 0 ? nibble << 4 : nibble);
+  if (digits % 2 != 0) {
+    octets[digits / 2] = static_cast<uint8_t>(DIGIT_VALUES[text[digits - 1]] << 4);
   }
+  std::fill(octets.begin() + static_cast<ptrdiff_t>(count), octets.end(), uint8_t{0});
   return static_cast<uint16_t>(count);
 }
 
@@ -86,10 +133,10 @@ int8_t kest_binary_to_hexchar_uppercase(uint8_t value) {
 
 void kest_binary_to_hexstring(const uint8_t *data, uint16_t data_len, char *str,
                               uint16_t str_size) {
-  to_text(LOWER, data, data_len, str, str_size);
+  to_text(LOWER, {data, data_len}, str, str_size);
 }
 
 void kest_binary_to_hexstring_uppercase(const uint8_t *data, uint16_t data_len, char *str,
                                         uint16_t str_size) {
-  to_text(UPPER, data, data_len, str, str_size);
+  to_text(UPPER, {data, data_len}, str, str_size);
 }

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "kest/sms_decode.h"
-#include "kest/text.h"
+#include "text/hex.h"
 #include "text/septets.h"
 
 namespace {
@@ -38,7 +38,7 @@ char digit_of(unsigned nibble) {
   if (nibble == STAR) {
     return '*';
   }
-  return nibble == HASH ? '#' : static_cast<char>(kest_binary_to_hexchar(nibble & 0xF));
+  return nibble == HASH ? '#' : hex_digit(nibble);
 }
 
 // read_digits writes up to `octets` octets of digits and returns how many it took. A filler ends

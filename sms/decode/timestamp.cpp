@@ -3,7 +3,7 @@
 #include <array>
 #include <cstring>
 
-#include "kest/text.h"
+#include "text/hex.h"
 
 namespace {
 
@@ -14,8 +14,8 @@ constexpr unsigned ZONE_TENS = 0x7;
 constexpr int ZONE_LOWEST = -48; // quarters of an hour
 
 void put_digits(char *text, unsigned tens, unsigned units) {
-  text[0] = static_cast<char>(kest_binary_to_hexchar(static_cast<uint8_t>(tens)));
-  text[1] = static_cast<char>(kest_binary_to_hexchar(static_cast<uint8_t>(units)));
+  text[0] = hex_digit(tens);
+  text[1] = hex_digit(units);
 }
 
 // zone_sign returns the sign that is shown for a time zone octet. The digits are shown as they are.
