@@ -1,33 +1,16 @@
 #include "text/unicode.h"
 
-#include <array>
-#include <cstring>
+#include <algorithm>
+#include <bit>
 
 #include "kest/text.h"
+#include "text/word.h"
 
 namespace {
 
 constexpr uint16_t HIGH_SURROGATE = 0xD800;
 constexpr uint16_t LOW_SURROGATE = 0xDC00;
-constexpr uint32_t FIRST_SUPPLEMENTARY = 0x10000; // the first code point that takes a pair
-
-// The number of bytes behind a first byte. The forms of five and six bytes are never legal, but
-// have their length.
-constexpr std::array<int8_t, 256> trailing_bytes() {
-  std::array<int8_t, 256> table = {};
-  for (size_t first = 0xC0; first < table.size(); ++first) {
-    table[first] = first < 0xE0 ? 1 : first < 0xF0 ? 2 : first < 0xF8 ? 3 : first < 0xFC ? 4 : 5;
-  }
-  return table;
-}
-constexpr std::array<int8_t, 256> kest_utf8_trailing_bytes = trailing_bytes();
-
-// What the marker bits of a sequence add to the sum of its bytes, by the number of trailing bytes.
-constexpr uint32_t kest_utf8_offsets[] = {0x00000000, 0x00003080, 0x000E2080,
-                                          0x03C82080, 0xFA082080, 0x82082080};
-
-// The marker bits of a first byte, by the sequence's length.
-constexpr uint8_t kest_utf8_first_byte_mark[] = {0x00, 0x00, 0xC0, 0xE0, 0xF0, 0xF8, 0xFC};
+constexpr uint32_t LAST_CODE_POINT = 0x10FFFF;
 
 bool is_high_surrogate(uint32_t value) {
   return (value & 0xFC00) == HIGH_SURROGATE;
@@ -37,130 +20,292 @@ bool is_low_surrogate(uint32_t value) {
   return (value & 0xFC00) == LOW_SURROGATE;
 }
 
-// second_byte_fits narrows the range of a second byte: no overlong forms, no surrogates, nothing
-// above U+10FFFF.
-bool second_byte_fits(uint8_t first, uint8_t second) {
-  switch (first) {
-  case 0xE0:
-    return second >= 0xA0 && second <= 0xBF;
-  case 0xED:
-    return second >= 0x80 && second <= 0x9F;
-  case 0xF0:
-    return second >= 0x90 && second <= 0xBF;
-  case 0xF4:
-    return second >= 0x80 && second <= 0x8F;
-  default:
-    return second >= 0x80 && second <= 0xBF;
-  }
+bool is_surrogate(uint32_t value) {
+  return (value & 0xF800) == HIGH_SURROGATE;
 }
 
-// decode_legal returns the code point of a legal sequence with `trailing` bytes behind the first.
-uint32_t decode_legal(const uint8_t *seq, unsigned trailing) {
-  uint32_t sum = 0;
-  for (unsigned i = 0; i <= trailing; ++i) {
-    sum = (sum << 6) + seq[i];
+// A character, and the bytes or units that it takes. The length of what is none is 0.
+struct character {
+  uint32_t code_point;
+  unsigned length;
+};
+
+constexpr character ILLEGAL = {0, 0};
+
+// read_utf8 reads the sequence at the start of `octets`, the first byte in the low bits, and takes
+// none that is not well-formed (Unicode Standard, table 3-7). Of a sequence that is cut off the
+// octets behind the end are 0, which are no trailing bytes.
+[[gnu::always_inline]] inline character read_utf8(uint32_t octets) {
+  if ((octets & 0x80) == 0) {
+    return {octets & 0x7F, 1};
   }
-  return sum - kest_utf8_offsets[trailing];
+  if ((octets & 0xC0E0) == 0x80C0) {
+    const uint32_t value = (octets & 0x1F) << 6 | (octets >> 8 & 0x3F);
+    return value >= 0x80 ? character{value, 2} : ILLEGAL;
+  }
+  if ((octets & 0xC0C0F0) == 0x8080E0) {
+    const uint32_t value = (octets & 0x0F) << 12 | (octets >> 2 & 0xFC0) | (octets >> 16 & 0x3F);
+    return value >= 0x800 && !is_surrogate(value) ? character{value, 3} : ILLEGAL;
+  }
+  if ((octets & 0xC0C0C0F8) == 0x808080F0) {
+    const uint32_t value = (octets & 0x07) << 18 | (octets << 4 & 0x3F000) |
+                           (octets >> 10 & 0xFC0) | (octets >> 24 & 0x3F);
+    return value >= FIRST_SUPPLEMENTARY && value <= LAST_CODE_POINT ? character{value, 4} : ILLEGAL;
+  }
+  return ILLEGAL;
 }
 
-unsigned utf8_length(uint32_t code_point) {
-  if (code_point < 0x80) {
+// read_cut_utf8 reads the sequence at `seq`, of which up to `size` bytes are there.
+character read_cut_utf8(const uint8_t *seq, size_t size) {
+  uint32_t octets = 0;
+  for (size_t i = 0; i < std::min(size, sizeof octets); ++i) {
+    octets |= static_cast<uint32_t>(seq[i]) << 8 * i;
+  }
+  return read_utf8(octets);
+}
+
+// put returns the bytes or units that it wrote; 0, with nothing written, if they are more than
+// `room`.
+inline size_t put(uint32_t code_point, uint8_t *dst, size_t room) {
+  return put_utf8(code_point, dst, room);
+}
+
+inline size_t put(uint32_t code_point, uint16_t *dst, size_t room) {
+  if (code_point < FIRST_SUPPLEMENTARY) {
+    if (room < 1) {
+      return 0;
+    }
+    dst[0] = static_cast<uint16_t>(code_point);
     return 1;
   }
-  if (code_point < 0x800) {
-    return 2;
+  if (room < 2) {
+    return 0;
   }
-  return code_point < FIRST_SUPPLEMENTARY ? 3 : 4;
+  const uint32_t offset = code_point - FIRST_SUPPLEMENTARY;
+  dst[0] = static_cast<uint16_t>(HIGH_SURROGATE + (offset >> 10));
+  dst[1] = static_cast<uint16_t>(LOW_SURROGATE + (offset & 0x3FF));
+  return 2;
 }
 
-void put_utf8(uint8_t *dst, uint32_t code_point, unsigned length) {
-  for (unsigned i = length - 1; i > 0; --i) {
-    dst[i] = static_cast<uint8_t>(0x80 | (code_point & 0x3F));
-    code_point >>= 6;
+// read_utf16 reads the character at `units`, of which there are `size`, at least one. A surrogate
+// without its partner is a character of its own, but not a high one at the end.
+[[gnu::always_inline]] inline character read_utf16(const uint16_t *units, size_t size) {
+  const uint32_t unit = units[0];
+  if (!is_high_surrogate(unit)) {
+    return {unit, 1};
   }
-  dst[0] = static_cast<uint8_t>(code_point | kest_utf8_first_byte_mark[length]);
+  if (size < 2) {
+    return ILLEGAL;
+  }
+  if (!is_low_surrogate(units[1])) {
+    return {unit, 1};
+  }
+  return {FIRST_SUPPLEMENTARY + ((unit & 0x3FF) << 10) + (units[1] & 0x3FFu), 2};
+}
+
+// A word of ASCII, and the units that are the same characters: two words.
+
+constexpr size_t WORD_UNITS = sizeof(word) / sizeof(uint16_t);
+constexpr auto EVEN_UNITS = static_cast<word>(0x0000FFFF0000FFFF);
+
+// spread puts the octets of the low half of `octets` into 16-bit units; gather is its inverse.
+constexpr word spread(word octets) {
+  if constexpr (sizeof(word) == 8) {
+    octets = (octets | octets << 16) & EVEN_UNITS;
+  }
+  return (octets | octets << 8) & every_unit(0x00FF);
+}
+
+constexpr word gather(word units) {
+  units |= units >> 8;
+  if constexpr (sizeof(word) == 8) {
+    units = (units & EVEN_UNITS) | (units >> 16 & 0xFFFF0000);
+  }
+  return units;
+}
+
+constexpr bool are_ascii_units(word units) {
+  return (units & every_unit(0xFF80)) == 0;
+}
+
+void store_ascii_as_units(word octets, uint16_t *dst) {
+  constexpr unsigned HALF = 4 * sizeof(word); // bits
+  store(dst, spread(octets & every_octet(0xFF) >> HALF));
+  store(dst + WORD_UNITS, spread(octets >> HALF));
+}
+
+// A word of two-byte sequences has one in each 16 bits, and their characters are a word of units.
+
+// are_pairs tells whether `octets` are such sequences: none of them is for a character below 0x80.
+constexpr bool are_pairs(word octets) {
+  const word from_c2 = (octets & every_unit(0x001E)) + every_unit(0x7FFE); // in bit 15 of each
+  return (octets & every_unit(0xC0E0)) == every_unit(0x80C0) &&
+         (~from_c2 & every_unit(0x8000)) == 0;
+}
+
+constexpr word units_of_pairs(word octets) {
+  return (octets & every_unit(0x001F)) << 6 | (octets >> 8 & every_unit(0x003F));
+}
+
+// take_pairs tells whether all units are from 0x80 to 0x7FF.
+constexpr bool take_pairs(word units) {
+  const word from_80 = (units & every_unit(0x0780)) + every_unit(0x7F80); // in bit 15 of each
+  return (units & every_unit(0xF800)) == 0 && (~from_80 & every_unit(0x8000)) == 0;
+}
+
+constexpr word pairs_of_units(word units) {
+  return every_unit(0x80C0) | (units >> 6 & every_unit(0x001F)) | (units & every_unit(0x003F)) << 8;
+}
+
+// Where a conversion stands.
+template <class from, class to>
+struct conversion {
+  const from *in, *in_end;
+  to *out, *out_end;
+
+  size_t left() const {
+    return static_cast<size_t>(in_end - in);
+  }
+  size_t room() const {
+    return static_cast<size_t>(out_end - out);
+  }
+};
+
+// put_word writes `characters` and steps over the `count` bytes or units that they were.
+template <class from, class to, class number>
+void put_word(conversion<from, to> &at, size_t count, number characters) {
+  store(at.out, characters);
+  at.in += count;
+  at.out += sizeof characters / sizeof(to);
+}
+
+// put_ascii converts the ASCII ahead of another character, which is there.
+template <class from, class to>
+void put_ascii(conversion<from, to> &at) {
+  do {
+    *at.out++ = static_cast<to>(*at.in++);
+  } while (*at.in < 0x80);
+}
+
+using to_utf16 = conversion<uint8_t, uint16_t>;
+using to_utf8 = conversion<uint16_t, uint8_t>;
+
+// put_character writes `next` and steps over it. It returns false, and moves nothing, if that is
+// illegal or has no room.
+template <class from, class to>
+[[gnu::always_inline]] inline bool put_character(conversion<from, to> &at, const character &next,
+                                                 size_t room) {
+  const size_t written = next.length != 0 ? put(next.code_point, at.out, room) : 0;
+  if (written == 0) {
+    return false;
+  }
+  at.in += next.length;
+  at.out += written;
+  return true;
+}
+
+// convert_words converts while a word of bytes is left and has room as units: a word of ASCII or of
+// two-byte sequences at once, what else there is one by one. It returns false at an illegal
+// sequence. The attributes here keep GCC from a call for each character.
+[[gnu::always_inline]] inline bool convert_words(to_utf16 &at) {
+  constexpr size_t BYTES = sizeof(word);
+  while (at.left() >= BYTES && at.room() >= BYTES) {
+    // No byte becomes more than a unit.
+    const uint8_t *const last = at.in + std::min(at.left(), at.room()) - BYTES;
+    do {
+      const word octets = load<word>(at.in);
+      if ((octets & 0x80) == 0) {
+        if (is_ascii(octets)) {
+          store_ascii_as_units(octets, at.out);
+          at.in += BYTES;
+          at.out += BYTES;
+        } else {
+          put_ascii(at);
+        }
+      } else if (are_pairs(octets)) {
+        put_word(at, BYTES, units_of_pairs(octets));
+      } else if (!put_character(at, read_utf8(static_cast<uint32_t>(octets)), BYTES)) {
+        return false;
+      }
+    } while (at.in <= last);
+  }
+  return true;
+}
+
+// This convert_words does so from units to bytes, and meets nothing illegal.
+[[gnu::always_inline]] inline void convert_words(to_utf8 &at) {
+  constexpr size_t ROOM = sizeof(word); // of all that a turn writes
+  while (at.left() >= WORD_UNITS && at.room() >= ROOM) {
+    // No unit becomes more than three bytes.
+    const uint16_t *const last = at.in + std::min(at.left() - WORD_UNITS, (at.room() - ROOM) / 3);
+    do {
+      const word units = load<word>(at.in);
+      const uint32_t unit = units & 0xFFFF;
+      if (unit < 0x80) {
+        if (are_ascii_units(units)) {
+          put_word(at, WORD_UNITS, static_cast<half_word>(gather(units)));
+        } else {
+          put_ascii(at);
+        }
+      } else if (unit < 0x800) {
+        if (take_pairs(units)) {
+          put_word(at, WORD_UNITS, pairs_of_units(units));
+        } else {
+          at.out += put_utf8(unit, at.out, ROOM);
+          ++at.in;
+        }
+      } else if (!is_surrogate(unit)) {
+        at.out += put_utf8(unit, at.out, ROOM);
+        ++at.in;
+      } else {
+        put_character(at, read_utf16(at.in, WORD_UNITS), ROOM);
+      }
+    } while (at.in <= last);
+  }
 }
 
 } // namespace
 
-uint8_t kest_utf8_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value) {
-  if (text.empty() || value == nullptr) {
-    return 0;
-  }
+uint8_t kest_utf8_long_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value) {
   const uint8_t first = text[0];
-  const unsigned trailing = static_cast<unsigned>(kest_utf8_trailing_bytes[first]);
+  const unsigned length = kest_utf8_length(first);
   // What a form of two or three bytes keeps of its first byte. The value of a longer one comes from
   // its last three bytes, 18 bits, of which 16 survive.
-  uint32_t sum = trailing == 0 ? first : trailing == 1 ? first & 0x1Fu : first & 0xFu;
-  for (unsigned i = 1; i <= trailing; ++i) {
+  uint32_t sum = length == 2 ? first & 0x1Fu : first & 0xFu;
+  for (unsigned i = 1; i < length; ++i) {
     sum = sum << 6 | (i < text.size() ? text[i] & 0x3Fu : 0u);
   }
   *value = static_cast<uint16_t>(sum);
-  return static_cast<uint8_t>(trailing + 1);
+  return static_cast<uint8_t>(length);
 }
 
 uint8_t kest_utf8_is_legal(const uint8_t *seq, int32_t length) {
-  if (length < 1 || length > 4 || kest_utf8_trailing_bytes[seq[0]] != length - 1) {
+  if (length < 1) {
     return 0;
   }
-  for (int32_t i = length - 1; i > 1; --i) {
-    if ((seq[i] & 0xC0) != 0x80) {
-      return 0;
-    }
-  }
-  if (length > 1 && !second_byte_fits(seq[0], seq[1])) {
-    return 0;
-  }
-  return seq[0] < 0x80 || (seq[0] >= 0xC2 && seq[0] <= 0xF4) ? 1 : 0;
+  const auto size = static_cast<size_t>(length);
+  return read_cut_utf8(seq, size).length == size ? 1 : 0;
 }
 
 void kest_utf8_to_utf16(const uint8_t *&source, const uint8_t *source_end, uint16_t *&target,
                         uint16_t *target_end) {
-  while (source < source_end) {
-    const int trailing = kest_utf8_trailing_bytes[*source];
-    if (trailing >= source_end - source || kest_utf8_is_legal(source, trailing + 1) == 0) {
-      return;
-    }
-    const uint32_t code_point = decode_legal(source, static_cast<unsigned>(trailing));
-    if (code_point < FIRST_SUPPLEMENTARY) {
-      if (target >= target_end) {
-        return;
-      }
-      *target++ = static_cast<uint16_t>(code_point);
-    } else {
-      if (target_end - target < 2) {
-        return;
-      }
-      const uint32_t offset = code_point - FIRST_SUPPLEMENTARY;
-      *target++ = static_cast<uint16_t>(HIGH_SURROGATE + (offset >> 10));
-      *target++ = static_cast<uint16_t>(LOW_SURROGATE + (offset & 0x3FF));
-    }
-    source += trailing + 1;
+  to_utf16 at = {source, source_end, target, target_end};
+  bool more = convert_words(at);
+  while (more && at.in < at.in_end) {
+    more = put_character(at, read_cut_utf8(at.in, at.left()), at.room());
   }
+  source = at.in;
+  target = at.out;
 }
 
 void kest_utf16_to_utf8(const uint16_t *&source, const uint16_t *source_end, uint8_t *&target,
                         uint8_t *target_end) {
-  while (source < source_end) {
-    uint32_t code_point = *source;
-    unsigned units = 1;
-    if (is_high_surrogate(code_point)) {
-      if (source_end - source < 2) {
-        return;
-      }
-      if (is_low_surrogate(source[1])) {
-        code_point = FIRST_SUPPLEMENTARY + ((code_point & 0x3FF) << 10) + (source[1] & 0x3FFu);
-        units = 2;
-      }
-    }
-    const unsigned length = utf8_length(code_point);
-    if (target_end - target < static_cast<ptrdiff_t>(length)) {
-      return;
-    }
-    put_utf8(target, code_point, length);
-    source += units;
-    target += length;
+  to_utf8 at = {source, source_end, target, target_end};
+  convert_words(at);
+  while (at.in < at.in_end && put_character(at, read_utf16(at.in, at.left()), at.room())) {
   }
+  source = at.in;
+  target = at.out;
 }
 
 uint16_t kest_convert_utf8_to_ucs2(const char *str, uint16_t limit, uint16_t *dst) {
@@ -183,7 +328,7 @@ uint16_t kest_convert_ucs2_to_utf8(const uint16_t *src, uint16_t len, char *dst)
 uint16_t kest_convert_ascii_to_utf8(const uint8_t *src, uint8_t len, char *dst, uint16_t dst_size) {
   size_t needed = 1; // the terminator
   for (size_t i = 0; i < len; ++i) {
-    needed += src[i] == '\r' ? 0u : utf8_length(src[i]);
+    needed += src[i] == '\r' ? 0u : src[i] < 0x80 ? 1u : 2u;
   }
   if (dst_size < 2u * len || dst_size < needed) {
     return 0;
@@ -191,9 +336,7 @@ uint16_t kest_convert_ascii_to_utf8(const uint8_t *src, uint8_t len, char *dst, 
   size_t out = 0;
   for (size_t i = 0; i < len; ++i) {
     if (src[i] != '\r') {
-      const unsigned length = utf8_length(src[i]);
-      put_utf8(reinterpret_cast<uint8_t *>(dst) + out, src[i], length);
-      out += length;
+      out += put_utf8(src[i], reinterpret_cast<uint8_t *>(dst) + out, 2);
     }
   }
   dst[out] = '\0';

@@ -3,15 +3,48 @@
 // message encoders takes whatever comes. 16-bit units are in the machine's byte order. Nothing here
 // allocates or logs.
 #pragma once
+#include <algorithm>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <span>
+
+// kest_utf8_length returns the length of the form that begins with `first`: 1 to 6. Its marks, the
+// bits ahead of the first 0, count its bytes; of six bytes there may be one mark more or two.
+inline unsigned kest_utf8_length(uint8_t first) {
+  return first < 0xC0 ? 1 : static_cast<unsigned>(std::min(std::countl_one(first), 6));
+}
 
 // kest_utf8_char_to_ucs2 decodes the sequence at the start of `text` by its first byte alone,
 // stores the low 16 bits of its value and returns its length, 1 to 6. Bytes behind the end of
 // `text` count as 0, but count: the result can exceed the size of `text`. Following bytes are not
 // tested, and a stray one (0x80 to 0xBF) gives its own value. Without any text, or with a null
-// `value`, the result is 0.
-uint8_t kest_utf8_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value);
+// `value`, the result is 0. The other function knows all forms of more than a byte; whole forms of
+// two and three bytes need no call of it.
+uint8_t kest_utf8_long_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value);
+inline uint8_t kest_utf8_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value) {
+  if (text.empty() || value == nullptr) {
+    return 0;
+  }
+  const unsigned first = text[0];
+  if (first < 0xC0) {
+    *value = static_cast<uint16_t>(first);
+    return 1;
+  }
+  if (first < 0xE0 && text.size() >= 2) {
+    *value = static_cast<uint16_t>((first & 0x1F) << 6 | (text[1] & 0x3Fu));
+    return 2;
+  }
+  if (first >= 0xE0 && first < 0xF0 && text.size() >= 3) {
+    *value =
+        static_cast<uint16_t>((first & 0xF) << 12 | (text[1] & 0x3Fu) << 6 | (text[2] & 0x3Fu));
+    return 3;
+  }
+  uint16_t any = 0; // leaves a caller's variable in its register
+  const uint8_t length = kest_utf8_long_char_to_ucs2(text, &any);
+  *value = any;
+  return length;
+}
 
 // kest_utf8_to_utf16 converts from `source` to `target` until one of them is at its end or a
 // sequence is illegal or cut off. Both positions then stand behind the last whole character.
@@ -27,3 +60,45 @@ void kest_utf16_to_utf8(const uint16_t *&source, const uint16_t *source_end, uin
 // kest_utf8_is_legal returns 1 if the `length` bytes of `seq` are one well-formed sequence (Unicode
 // Standard, table 3-7), and 0 otherwise.
 uint8_t kest_utf8_is_legal(const uint8_t *seq, int32_t length);
+
+constexpr uint32_t FIRST_SUPPLEMENTARY = 0x10000; // the first code point that takes a pair
+
+// put_utf8 writes the form of `code_point`, which is a value of up to 21 bits, and returns its
+// length, 1 to 4; 0, with nothing written, if that is more than `room`.
+inline size_t put_utf8(uint32_t code_point, uint8_t *dst, size_t room) {
+  const auto trailing = [code_point](unsigned shift) {
+    return static_cast<uint8_t>(0x80 | (code_point >> shift & 0x3F));
+  };
+  if (code_point < 0x80) {
+    if (room < 1) {
+      return 0;
+    }
+    dst[0] = static_cast<uint8_t>(code_point);
+    return 1;
+  }
+  if (code_point < 0x800) {
+    if (room < 2) {
+      return 0;
+    }
+    dst[0] = static_cast<uint8_t>(0xC0 | code_point >> 6);
+    dst[1] = trailing(0);
+    return 2;
+  }
+  if (code_point < FIRST_SUPPLEMENTARY) {
+    if (room < 3) {
+      return 0;
+    }
+    dst[0] = static_cast<uint8_t>(0xE0 | code_point >> 12);
+    dst[1] = trailing(6);
+    dst[2] = trailing(0);
+    return 3;
+  }
+  if (room < 4) {
+    return 0;
+  }
+  dst[0] = static_cast<uint8_t>(0xF0 | code_point >> 18);
+  dst[1] = trailing(12);
+  dst[2] = trailing(6);
+  dst[3] = trailing(0);
+  return 4;
+}

@@ -22,9 +22,11 @@ inline void skip_octets(octet_reader &in, size_t count) {
 
 // read_octets fills `dst`.
 inline void read_octets(octet_reader &in, std::span<uint8_t> dst) {
-  for (uint8_t &octet : dst) {
-    octet = read_octet(in);
-  }
+  const auto rest = in.octets.subspan(in.pos);
+  const size_t count = std::min(dst.size(), rest.size());
+  std::copy_n(rest.begin(), count, dst.begin());
+  std::fill(dst.begin() + static_cast<ptrdiff_t>(count), dst.end(), uint8_t{0});
+  in.pos += count;
 }
 
 // peek_octet returns the octet `offset` behind the position, and moves nothing.

@@ -1,42 +1,22 @@
 #include "sms/decode/user_data_text.h"
 
-#include <algorithm>
+#include <cstring>
 
-#include "kest/log.h"
+#include "log/debug_log.h"
 #include "text/gsm_alphabet.h"
+#include "text/unicode.h"
 
 namespace {
 
 constexpr const char *NAME = "kest_convert_userdata_to_utf8";
 
-struct utf8_writer {
-  std::span<uint8_t> dst;
-  size_t used = 0;
-};
-
-uint8_t trailing_byte(unsigned bits) {
-  return static_cast<uint8_t>(0x80 | (bits & 0x3F));
-}
-
-// put_code_point returns false if there is no room. The last octet of `dst` stays unused.
-[[nodiscard]] bool put_code_point(utf8_writer &out, unsigned value) {
-  const size_t length = value < 0x80 ? 1 : value < 0x800 ? 2 : 3;
-  if (out.used + length >= out.dst.size()) {
-    return false;
-  }
-  uint8_t *const bytes = &out.dst[out.used];
-  if (length == 1) {
-    bytes[0] = static_cast<uint8_t>(value);
-  } else if (length == 2) {
-    bytes[0] = static_cast<uint8_t>(0xC0 | value >> 6);
-    bytes[1] = trailing_byte(value);
-  } else {
-    bytes[0] = static_cast<uint8_t>(0xE0 | value >> 12);
-    bytes[1] = trailing_byte(value >> 6);
-    bytes[2] = trailing_byte(value);
-  }
-  out.used += length;
-  return true;
+// put_code_point writes a character behind the `used` octets of `dst` and counts its own in. It
+// returns false if there is no room. The last octet of `dst` stays unused.
+[[nodiscard]] inline bool put_code_point(unsigned value, std::span<uint8_t> dst, size_t &used) {
+  const size_t room = used < dst.size() ? dst.size() - used - 1 : 0;
+  const size_t length = put_utf8(value, dst.data() + used, room);
+  used += length;
+  return length != 0;
 }
 
 uint16_t extension_character(uint8_t code) {
@@ -44,44 +24,76 @@ uint16_t extension_character(uint8_t code) {
   return value != GSM_BLANK ? value : kest_gsm_default_alphabet[code];
 }
 
-void convert_7bit(std::span<const uint8_t> codes, utf8_writer &out) {
-  const bool has_escape = std::find(codes.begin(), codes.end(), GSM_ESCAPE) != codes.end();
+// Where a conversion stands: codes read, and octets written.
+struct position {
+  size_t read = 0;
+  size_t used = 0;
+};
+
+// convert_singles converts codes up to the first whose character takes more than an octet, or is
+// none: an escape.
+inline position convert_singles(const gsm_alphabet &alphabet, std::span<const uint8_t> codes,
+                                std::span<uint8_t> dst, position at) {
+  while (at.read < codes.size() && at.used + 1 < dst.size()) {
+    const uint16_t value = alphabet[codes[at.read] & 0x7F];
+    if (value >= 0x80) {
+      break;
+    }
+    dst[at.used++] = static_cast<uint8_t>(value);
+    ++at.read;
+  }
+  return at;
+}
+
+size_t convert_7bit(std::span<const uint8_t> codes, std::span<uint8_t> dst) {
+  const bool has_escape = memchr(codes.data(), GSM_ESCAPE, codes.size()) != nullptr;
   const gsm_alphabet &alphabet = has_escape ? kest_gsm_default_alphabet : kest_gsm_ascii_alphabet;
+  position at = convert_singles(alphabet, codes, dst, {});
   bool escaped = false;
-  for (const uint8_t octet : codes) {
-    const uint8_t code = octet & 0x7F;
+  while (at.read < codes.size()) {
+    const uint8_t code = codes[at.read] & 0x7F;
     if (code == GSM_ESCAPE && !escaped) {
       escaped = true;
+      ++at.read;
       continue;
     }
     unsigned value = alphabet[code];
     if (escaped) {
       value = code == GSM_ESCAPE ? GSM_BLANK : extension_character(code);
     }
-    if (!put_code_point(out, value)) {
-      return;
+    if (!put_code_point(value, dst, at.used)) {
+      break;
     }
+    ++at.read;
     escaped = false;
+    at = convert_singles(alphabet, codes, dst, at);
   }
+  return at.used;
 }
 
-void convert_ucs2(std::span<const uint8_t> octets, utf8_writer &out) {
-  for (size_t i = 0; i < octets.size() && out.used < out.dst.size(); i += 2) {
+size_t convert_ucs2(std::span<const uint8_t> octets, std::span<uint8_t> dst) {
+  size_t used = 0;
+  for (size_t i = 0; i < octets.size() && used < dst.size(); i += 2) {
     const unsigned low = i + 1 < octets.size() ? octets[i + 1] : 0;
     const unsigned value = static_cast<unsigned>(octets[i]) << 8 | low;
-    kest_log(log_level & KEST_LOG_DEBUG, "%s val: 0x%x\n", NAME, value);
-    if (!put_code_point(out, value)) {
-      return;
+    if (logs(KEST_LOG_DEBUG)) {
+      kest_log(log_level & KEST_LOG_DEBUG, "%s val: 0x%x\n", NAME, value);
+    }
+    if (!put_code_point(value, dst, used)) {
+      break;
     }
   }
+  return used;
 }
 
-void convert_8bit(std::span<const uint8_t> octets, utf8_writer &out) {
+size_t convert_8bit(std::span<const uint8_t> octets, std::span<uint8_t> dst) {
+  size_t used = 0;
   for (const uint8_t octet : octets) {
-    if (!put_code_point(out, octet)) {
-      return;
+    if (!put_code_point(octet, dst, used)) {
+      break;
     }
   }
+  return used;
 }
 
 } // namespace
@@ -92,13 +104,8 @@ uint32_t kest_convert_userdata_to_utf8(kest_gw_alphabet alphabet, std::span<cons
     return 0;
   }
   kest_log(log_level & KEST_LOG_DEBUG, "%s dcs: 0x%x\n", NAME, alphabet);
-  utf8_writer out{dst};
-  if (alphabet == KEST_GW_ALPHABET_7BIT) {
-    convert_7bit(src, out);
-  } else if (alphabet == KEST_GW_ALPHABET_UCS2) {
-    convert_ucs2(src, out);
-  } else {
-    convert_8bit(src, out);
-  }
-  return static_cast<uint32_t>(out.used);
+  const size_t used = alphabet == KEST_GW_ALPHABET_7BIT   ? convert_7bit(src, dst)
+                      : alphabet == KEST_GW_ALPHABET_UCS2 ? convert_ucs2(src, dst)
+                                                          : convert_8bit(src, dst);
+  return static_cast<uint32_t>(used);
 }

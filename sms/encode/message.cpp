@@ -80,9 +80,7 @@ uint32_t put_user_data(octet_writer &out, const message_content &content, const 
     const auto limit = static_cast<uint16_t>(packing_size - out.pos);
     out.pos += kest_pack_septets(coded, *count, 0, limit, out.data + out.pos);
   } else {
-    for (size_t i = 0; i < *count; ++i) {
-      put_octet(out, coded[i]);
-    }
+    put_octets(out, {coded, *count});
   }
   return static_cast<uint32_t>(out.pos);
 }

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "kest/log.h"
+#include "log/debug_log.h"
 #include "sms/encode/user_data.h"
 #include "text/gsm_alphabet.h"
 #include "text/unicode.h"
@@ -43,12 +43,13 @@ struct measure {
   uint32_t units = 0;
 };
 
-// next_character returns the position behind the character at `at`.
-measure next_character(const sized_text &text, measure at) {
-  uint16_t value = 0;
-  at.octets += kest_utf8_char_to_ucs2(std::span(text.octets, text.len).subspan(at.octets), &value);
+// next_character returns the position behind the character at `at`. The first byte tells all: in a
+// 7 bit text it is the character.
+inline measure next_character(const sized_text &text, measure at) {
+  const uint8_t first = text.octets[at.octets];
+  at.octets += kest_utf8_length(first);
   if (text.alphabet == KEST_GW_ALPHABET_7BIT) {
-    at.units += kest_gsm_codings[value & 0xFF].septets;
+    at.units += kest_gsm_codings[first].septets;
   } else {
     at.units += text.alphabet == KEST_GW_ALPHABET_UCS2 ? 2 : 1;
   }
@@ -86,7 +87,7 @@ int32_t kest_sms_get_long_message_segment(const char *text, uint32_t is_hex,
       break;
     }
     at = next;
-    if (sized.alphabet == KEST_GW_ALPHABET_UCS2) {
+    if (sized.alphabet == KEST_GW_ALPHABET_UCS2 && logs(KEST_LOG_DEBUG)) {
       kest_log(log_level & KEST_LOG_DEBUG, "%s KEST_GW_ALPHABET_UCS2: i=%d j=%d\n", NAME,
                static_cast<int>(at.octets), static_cast<int>(at.units));
     }

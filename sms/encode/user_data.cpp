@@ -3,20 +3,18 @@
 #include <algorithm>
 #include <cstring>
 
-#include "kest/log.h"
+#include "log/debug_log.h"
 #include "text/gsm_alphabet.h"
 #include "text/hex.h"
 #include "text/unicode.h"
+#include "text/word.h"
 
 namespace {
 
-// Where the coding of a text stands. A character whose places do not fit is not read.
-struct coder {
-  std::span<const uint8_t> text;
-  uint16_t limit;
-  coded_text out;
-  size_t read = 0; // bytes of `text`; past its end if a sequence is cut off there
-  size_t used = 0; // places of `out`
+// What came of coding a text.
+struct coded {
+  size_t read; // bytes of the text; past its end if a sequence is cut off there
+  size_t used; // places of `out`
 };
 
 struct character {
@@ -24,46 +22,84 @@ struct character {
   size_t length; // in bytes
 };
 
-character next_character(const coder &c) {
+inline character character_at(std::span<const uint8_t> text, size_t position) {
   character next = {};
-  next.length = kest_utf8_char_to_ucs2(c.text.subspan(c.read), &next.value);
+  next.length = kest_utf8_char_to_ucs2(text.subspan(position), &next.value);
   return next;
 }
 
-void code_ucs2(coder &c) {
-  while (c.read < c.text.size() && c.used + 1 < c.limit) {
-    const character next = next_character(c);
-    c.read += next.length;
-    c.out[c.used++] = static_cast<uint8_t>(next.value >> 8);
-    c.out[c.used++] = static_cast<uint8_t>(next.value);
+// Each of these reads characters as long as their places are below `limit`. A character whose
+// places do not fit is not read.
+
+coded code_ucs2(std::span<const uint8_t> text, size_t limit, coded_text out) {
+  coded at = {};
+  while (at.read < text.size() && at.used + 1 < limit) {
+    const character next = character_at(text, at.read);
+    at.read += next.length;
+    out[at.used++] = static_cast<uint8_t>(next.value >> 8);
+    out[at.used++] = static_cast<uint8_t>(next.value);
   }
+  return at;
 }
 
-void code_8bit(coder &c) {
-  while (c.read < c.text.size() && c.used < c.limit) {
-    const character next = next_character(c);
-    c.read += next.length;
-    c.out[c.used++] = static_cast<uint8_t>(next.value);
+coded code_8bit(std::span<const uint8_t> text, size_t limit, coded_text out) {
+  coded at = {};
+  while (at.read < text.size() && at.used < limit) {
+    const character next = character_at(text, at.read);
+    at.read += next.length;
+    out[at.used++] = static_cast<uint8_t>(next.value);
   }
+  return at;
+}
+
+// code_singles codes characters up to the first that does not take one place, or begins with a byte
+// of 0x80 or more.
+inline coded code_singles(std::span<const uint8_t> text, size_t limit, coded_text out, coded at) {
+  while (at.read < text.size() && at.used < limit && text[at.read] < 0x80) {
+    const gsm_coding coding = kest_gsm_codings[text[at.read]];
+    if (coding.septets != 1) {
+      break;
+    }
+    out[at.used++] = coding.code;
+    ++at.read;
+  }
+  return at;
 }
 
 // code_7bit leaves out characters without a code. They need no place, and so are read also where
 // none is left.
-void code_7bit(coder &c) {
-  while (c.read < c.text.size()) {
-    const character next = next_character(c);
+coded code_7bit(std::span<const uint8_t> text, size_t limit, coded_text out) {
+  coded at = code_singles(text, limit, out, {});
+  for (; at.read < text.size(); at = code_singles(text, limit, out, at)) {
+    const character next = character_at(text, at.read);
     const gsm_coding coding = kest_gsm_codings[next.value & 0xFF];
-    if (c.used + coding.septets > c.limit) {
-      return;
+    if (at.used + coding.septets > limit) {
+      break;
     }
-    c.read += next.length;
+    at.read += next.length;
     if (coding.septets == 2) {
-      c.out[c.used++] = GSM_ESCAPE;
+      out[at.used++] = GSM_ESCAPE;
     }
     if (coding.septets != 0) {
-      c.out[c.used++] = coding.code;
+      out[at.used++] = coding.code;
     }
   }
+  return at;
+}
+
+constexpr uint8_t BACKTICK = '`'; // the one printable ASCII character without a code
+
+// undecided_words returns the octets of the whole words ahead of the first that holds a byte that
+// decides the alphabet.
+size_t undecided_words(std::span<const uint8_t> text) {
+  size_t size = 0;
+  for (; text.size() - size >= sizeof(word); size += sizeof(word)) {
+    const word octets = load<word>(text.data() + size);
+    if (!is_ascii(octets) || has_octet(octets, BACKTICK)) {
+      break;
+    }
+  }
+  return size;
 }
 
 } // namespace
@@ -85,14 +121,16 @@ uint16_t kest_sms_read_text(const char *log_name, const char *text, bool is_hex,
   const uint16_t len = kest_hex_to_octets(text, octets).value_or(0);
   kest_log(log_level & KEST_LOG_DEBUG, "%s buf_len: %d\n", log_name, len);
   for (uint16_t i = 0; i < len; ++i) {
-    kest_log(log_level & KEST_LOG_DEBUG, "%s buf[%d]: 0x%x\n", log_name, i, octets[i]);
+    if (logs(KEST_LOG_DEBUG)) {
+      kest_log(log_level & KEST_LOG_DEBUG, "%s buf[%d]: 0x%x\n", log_name, i, octets[i]);
+    }
   }
   return len;
 }
 
 kest_gw_alphabet kest_sms_select_alphabet(std::span<const uint8_t> text) {
-  for (const uint8_t byte : text) {
-    if (byte >= 0xC0 || byte == '`') { // a longer sequence, or the one ASCII letter without a code
+  for (const uint8_t byte : text.subspan(undecided_words(text))) {
+    if (byte >= 0xC0 || byte == BACKTICK) { // a longer sequence
       return KEST_GW_ALPHABET_UCS2;
     }
     if (byte >= 0x80) {
@@ -107,17 +145,13 @@ int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<c
   if (text.data() == nullptr) {
     return 0;
   }
-  std::fill(out.begin(), out.end(), uint8_t{0});
-  coder c{text, kest_sms_user_data_limit(alphabet, cut), out};
-  if (alphabet == KEST_GW_ALPHABET_UCS2) {
-    code_ucs2(c);
-  } else if (alphabet == KEST_GW_ALPHABET_8BIT) {
-    code_8bit(c);
-  } else {
-    code_7bit(c);
-  }
-  *consumed = static_cast<uint16_t>(cut ? c.read : text.size());
-  return static_cast<int32_t>(c.used);
+  const size_t limit = kest_sms_user_data_limit(alphabet, cut);
+  const coded result = alphabet == KEST_GW_ALPHABET_UCS2   ? code_ucs2(text, limit, out)
+                       : alphabet == KEST_GW_ALPHABET_8BIT ? code_8bit(text, limit, out)
+                                                           : code_7bit(text, limit, out);
+  memset(&out[result.used], 0, out.size() - result.used);
+  *consumed = static_cast<uint16_t>(cut ? result.read : text.size());
+  return static_cast<int32_t>(result.used);
 }
 
 void kest_sms_take_text(const char *log_name, const char *text, bool is_hex, message_text &out) {
