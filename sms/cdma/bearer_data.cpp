@@ -71,9 +71,7 @@ void put_user_data(bit_writer &out, const user_data &data) {
   put_subparameter(out, USER_DATA, data.size + 2);
   put_bits(out, 5, data.encoding);
   put_bits(out, 8, static_cast<uint32_t>(data.num_fields));
-  for (size_t i = 0; i < data.size; ++i) {
-    put_bits(out, 8, data.payload[i]);
-  }
+  put_octets(out, {data.payload, data.size});
   put_bits(out, 3, 0);
 }
 

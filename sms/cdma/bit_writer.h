@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 struct bit_writer {
   uint8_t *data;
@@ -21,6 +22,22 @@ inline void put_bits(bit_writer &out, unsigned width, uint32_t value) {
     octet = static_cast<uint8_t>((room == 8 ? 0u : octet) | bits << (room - taken));
     out.pos += taken;
     width -= taken;
+  }
+}
+
+// put_octets does so with whole octets: what of each does not fit the octet that is begun goes to
+// the next.
+inline void put_octets(bit_writer &out, std::span<const uint8_t> octets) {
+  const unsigned begun = out.pos % 8;
+  for (const uint8_t octet : octets) {
+    const size_t at = out.pos / 8;
+    if (begun == 0 || at + 1 >= out.size) { // there is no next one
+      put_bits(out, 8, octet);
+    } else {
+      out.data[at] |= static_cast<uint8_t>(octet >> begun);
+      out.data[at + 1] = static_cast<uint8_t>(octet << (8 - begun));
+      out.pos += 8;
+    }
   }
 }
 
