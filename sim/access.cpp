@@ -1,9 +1,9 @@
 #include "sim/access.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
-#include <optional>
 
 #include "sim/answer_reader.h"
 
@@ -44,10 +44,12 @@ constexpr mode_bit MODE_BITS[] = {{0x01, &kest_sim_file_info::read},
 constexpr uint8_t INSTRUCTION_INCREASE = 0x32; // what a command header may name in place of a mode
 
 // Key references (ETSI TS 102 221, clause 9.5.1).
-constexpr struct {
+struct key_row {
   uint8_t first, last;
   uint16_t key;
-} KEY_REFERENCES[] = {
+};
+
+constexpr key_row KEY_ROWS[] = {
     {0x01, 0x08, KEST_SIM_KEY_PIN},           {0x81, 0x88, KEST_SIM_KEY_PIN2},
     {0x11, 0x11, KEST_SIM_KEY_UNIVERSAL_PIN}, {0x0A, 0x0A, KEST_SIM_KEY_ADM1},
     {0x0B, 0x0B, KEST_SIM_KEY_ADM1 << 1},     {0x0C, 0x0C, KEST_SIM_KEY_ADM1 << 2},
@@ -56,6 +58,19 @@ constexpr struct {
     {0x8C, 0x8C, KEST_SIM_KEY_ADM1 << 7},     {0x8D, 0x8D, KEST_SIM_KEY_ADM1 << 8},
     {0x8E, 0x8E, KEST_SIM_KEY_ADM10},
 };
+
+// The key of each reference; 0 if the reference names none.
+constexpr std::array<uint16_t, 0x8F> KEYS = [] {
+  std::array<uint16_t, 0x8F> keys = {};
+  for (const key_row &row : KEY_ROWS) {
+    std::fill(&keys[row.first], &keys[row.last] + 1, row.key);
+  }
+  return keys;
+}();
+
+uint16_t key_of(uint8_t reference) {
+  return reference < KEYS.size() ? KEYS[reference] : uint16_t{0};
+}
 
 // Data objects of the expanded format (ISO/IEC 7816-4).
 constexpr uint8_t ACCESS_MODE = 0x80;
@@ -67,9 +82,11 @@ constexpr uint8_t CONDITION_NEVER = 0x97;
 constexpr uint8_t CONTROL_REFERENCE_TEMPLATE = 0xA4;
 constexpr uint8_t KEY_REFERENCE = 0x83;
 
-// How several keys combine, and the octets of conditions; no template has none.
+// How several keys combine, and the octets of conditions; without a template they do not, and there
+// are none.
 struct condition_template {
-  std::optional<kest_sim_access_method> method;
+  bool combines = false;
+  kest_sim_access_method method = KEST_SIM_ACCESS_NEVER;
   size_t length = 0;
 };
 
@@ -79,7 +96,7 @@ condition_template open_template(answer_reader &in) {
     return {};
   }
   take_octet(in);
-  return {tag == OR_TEMPLATE ? KEST_SIM_ACCESS_OR : KEST_SIM_ACCESS_AND, take_octet(in)};
+  return {true, tag == OR_TEMPLATE ? KEST_SIM_ACCESS_OR : KEST_SIM_ACCESS_AND, take_octet(in)};
 }
 
 // A rule under construction.
@@ -92,14 +109,12 @@ struct open_rule {
 // reference that is not in the table takes all of them back.
 void add_key(uint8_t reference, const condition_template &outer, open_rule &rule) {
   kest_sim_access_condition &condition = rule.condition;
-  if (rule.keys > 0 && outer.method) {
-    condition.method = *outer.method;
+  if (rule.keys > 0 && outer.combines) {
+    condition.method = outer.method;
   }
-  const auto *const row =
-      std::find_if(std::begin(KEY_REFERENCES), std::end(KEY_REFERENCES),
-                   [&](const auto &r) { return reference >= r.first && reference <= r.last; });
-  if (row != std::end(KEY_REFERENCES)) {
-    condition.mask |= row->key;
+  const uint16_t key = key_of(reference);
+  if (key != 0) {
+    condition.mask |= key;
   } else {
     condition = NEVER;
   }
@@ -163,7 +178,11 @@ void store_rule(uint8_t mode, const kest_sim_access_condition &rule, kest_sim_fi
 }
 
 void forbid_all(kest_sim_file_info &info) {
-  info.read = info.update = info.increase = info.deactivate = info.activate = NEVER;
+  info.read = NEVER;
+  info.update = NEVER;
+  info.increase = NEVER;
+  info.deactivate = NEVER;
+  info.activate = NEVER;
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 // The answer to GET RESPONSE: fixed octets of 2G cards (ETSI TS 51.011, clause 9.2.1), the FCP
 // template of 3G cards (ETSI TS 102 221, clause 11.1.1.3).
 #include "kest/sim.h"
+
+#include <cstring>
+
 #include "sim/access.h"
 #include "sim/answer_reader.h"
 
@@ -85,7 +88,7 @@ constexpr uint8_t FILE_SIZE = 0x80;
 struct data_object {
   uint8_t tag = 0;
   uint8_t length = 0;
-  answer_reader value = {}; // is not bounded by `length`: what a step wants is read where it stands
+  size_t value = 0; // position
 };
 
 // take_object steps over the next object. Behind the last one it gives none, with the tag 0.
@@ -95,9 +98,14 @@ data_object take_object(answer_reader &in) {
   }
   const uint8_t tag = take_octet(in);
   const uint8_t length = take_octet(in);
-  const answer_reader value = in;
+  const size_t value = in.pos;
   skip_octets(in, length);
   return {tag, length, value};
+}
+
+// value_of is not bounded by the object's length: what a step wants is read where it stands.
+answer_reader value_of(const data_object &object, const answer_reader &in) {
+  return {in.octets, object.value};
 }
 
 // A file descriptor octet (clause 11.1.1.4.3).
@@ -128,28 +136,30 @@ void set_3g_type(uint8_t descriptor, kest_sim_file_info &info) {
 
 void read_descriptor(answer_reader &in, kest_sim_file_info &info) {
   constexpr uint8_t LENGTH_WITH_RECORDS = 5;
-  data_object object = take_object(in);
-  set_3g_type(take_octet(object.value), info);
+  const data_object object = take_object(in);
+  answer_reader value = value_of(object, in);
+  set_3g_type(take_octet(value), info);
   if (object.length == LENGTH_WITH_RECORDS && has_records(info)) {
-    skip_octets(object.value, 1);
-    info.record_length = take_number(object.value);
-    info.record_count = take_octet(object.value);
+    skip_octets(value, 1);
+    info.record_length = take_number(value);
+    info.record_count = take_octet(value);
   }
-  in.cut_off |= object.value.cut_off;
+  in.cut_off |= value.cut_off;
 }
 
 // read_identifier takes an answer that ends ahead of the identifier for one that is cut off.
 void read_identifier(answer_reader &in, kest_sim_file_info &info) {
   in.cut_off |= octets_left(in) == 0;
-  data_object object = take_object(in);
+  const data_object object = take_object(in);
   if (object.tag != FILE_ID) {
     return;
   }
-  info.file_id = take_number(object.value);
+  answer_reader value = value_of(object, in);
+  info.file_id = take_number(value);
   if (info.file_id == MF_ID && info.file_type == KEST_SIM_FILE_DF) {
     info.file_type = KEST_SIM_FILE_MF;
   }
-  in.cut_off |= object.value.cut_off;
+  in.cut_off |= value.cut_off;
 }
 
 void read_security(answer_reader &in, kest_sim_file_info &info) {
@@ -159,8 +169,7 @@ void read_security(answer_reader &in, kest_sim_file_info &info) {
     return;
   }
   // The object is not cut off, so that all of its value is there.
-  const std::span<const uint8_t> value =
-      object.value.octets.subspan(object.value.pos, object.length);
+  const std::span<const uint8_t> value = in.octets.subspan(object.value, object.length);
   if (object.tag == SECURITY_COMPACT) {
     kest_sim_decode_compact_attributes(value, info);
   } else if (object.tag == SECURITY_EXPANDED) {
@@ -201,11 +210,12 @@ int32_t kest_decode_sim_get_response_data(const uint8_t *data, uint16_t length,
   if (data == nullptr || length == 0 || info == nullptr) {
     return 0;
   }
-  kest_sim_file_info found = *info; // so that a refused answer leaves no traces
+  kest_sim_file_info before;
+  memcpy(&before, info, sizeof before); // what is between the fields as well
   const answer_reader answer = {{data, length}};
-  if (!(data[0] == FCP_TEMPLATE ? read_3g(answer, found) : read_2g(answer, found))) {
+  if (!(data[0] == FCP_TEMPLATE ? read_3g(answer, *info) : read_2g(answer, *info))) {
+    memcpy(info, &before, sizeof before); // a refused answer leaves no traces
     return 0;
   }
-  *info = found;
   return 1;
 }
