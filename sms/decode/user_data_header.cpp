@@ -1,5 +1,6 @@
 #include "sms/decode/user_data_header.h"
 
+#include <array>
 #include <cstddef>
 
 #include "kest/log.h"
@@ -18,9 +19,9 @@ constexpr int MAX_ELEMENTS = 7;
 constexpr size_t INDEX_END = 256;
 
 // How the length octet of an element (IEDL) is tested against the bound of its row.
-enum class test { AT_LEAST, BELOW, EXACTLY };
+enum class test : uint8_t { AT_LEAST, BELOW, EXACTLY };
 
-enum class content {
+enum class content : uint8_t {
   SKIPPED,
   CONCATENATED_8BIT,
   CONCATENATED_16BIT,
@@ -29,45 +30,54 @@ enum class content {
   PICTURE
 };
 
-// An information element, and what the walk does with it. Those that are kept, and those of one
-// size, are stepped over by `step`, the others by their length octet.
+// What the walk does with an information element. Those that are kept, and those of one size, are
+// stepped over by `step`, the others by their length octet.
 struct element {
-  uint8_t iei;
   test length_test;
   uint8_t bound;
   uint8_t step; // 0: IEDL
   content kept = content::SKIPPED;
 };
 
-// TS 23.040, clauses 9.2.3.24.1 to 9.2.3.24.11.
-constexpr element ELEMENTS[] = {
-    {0x00, test::AT_LEAST, 3, 3, content::CONCATENATED_8BIT},
-    {0x08, test::AT_LEAST, 4, 4, content::CONCATENATED_16BIT},
-    {0x04, test::AT_LEAST, 2, 2, content::PORTS_8BIT},
-    {0x05, test::AT_LEAST, 4, 4, content::PORTS_16BIT},
-    {0x01, test::AT_LEAST, 2, 0},                  // special SMS message indication
-    {0x0B, test::AT_LEAST, 2, 0},                  // predefined sound
-    {0x0A, test::AT_LEAST, 3, 0},                  // text formatting
-    {0x0C, test::AT_LEAST, 0, 0},                  // user defined sound: any length
-    {0x14, test::AT_LEAST, 0, 0},                  // extended object: any length
-    {0x0D, test::EXACTLY, 2, 2},                   // predefined animation
-    {0x0E, test::EXACTLY, 129, 129},               // large animation
-    {0x10, test::EXACTLY, 129, 129},               // large picture
-    {0x0F, test::EXACTLY, 33, 33},                 // small animation
-    {0x11, test::EXACTLY, 33, 33},                 // small picture
-    {0x12, test::BELOW, 138, 0, content::PICTURE}, // variable picture
-    {0x13, test::EXACTLY, 1, 1},                   // user prompt indicator
-    {0x20, test::EXACTLY, 1, 1},                   // RFC 822 e-mail header
+struct element_row {
+  uint8_t iei;
+  element what;
 };
-constexpr element UNKNOWN_ELEMENT = {0xFF, test::BELOW, 227, 0};
+
+// TS 23.040, clauses 9.2.3.24.1 to 9.2.3.24.11.
+constexpr element_row ELEMENT_ROWS[] = {
+    {0x00, {test::AT_LEAST, 3, 3, content::CONCATENATED_8BIT}},
+    {0x08, {test::AT_LEAST, 4, 4, content::CONCATENATED_16BIT}},
+    {0x04, {test::AT_LEAST, 2, 2, content::PORTS_8BIT}},
+    {0x05, {test::AT_LEAST, 4, 4, content::PORTS_16BIT}},
+    {0x01, {test::AT_LEAST, 2, 0}},                  // special SMS message indication
+    {0x0B, {test::AT_LEAST, 2, 0}},                  // predefined sound
+    {0x0A, {test::AT_LEAST, 3, 0}},                  // text formatting
+    {0x0C, {test::AT_LEAST, 0, 0}},                  // user defined sound: any length
+    {0x14, {test::AT_LEAST, 0, 0}},                  // extended object: any length
+    {0x0D, {test::EXACTLY, 2, 2}},                   // predefined animation
+    {0x0E, {test::EXACTLY, 129, 129}},               // large animation
+    {0x10, {test::EXACTLY, 129, 129}},               // large picture
+    {0x0F, {test::EXACTLY, 33, 33}},                 // small animation
+    {0x11, {test::EXACTLY, 33, 33}},                 // small picture
+    {0x12, {test::BELOW, 138, 0, content::PICTURE}}, // variable picture
+    {0x13, {test::EXACTLY, 1, 1}},                   // user prompt indicator
+    {0x20, {test::EXACTLY, 1, 1}},                   // RFC 822 e-mail header
+};
+constexpr element UNKNOWN_ELEMENT = {test::BELOW, 227, 0};
+
+// The rows by their identifiers.
+constexpr std::array<element, 0x21> ELEMENTS = [] {
+  std::array<element, 0x21> elements = {};
+  elements.fill(UNKNOWN_ELEMENT);
+  for (const element_row &row : ELEMENT_ROWS) {
+    elements[row.iei] = row.what;
+  }
+  return elements;
+}();
 
 const element &element_of(uint8_t iei) {
-  for (const element &row : ELEMENTS) {
-    if (row.iei == iei) {
-      return row;
-    }
-  }
-  return UNKNOWN_ELEMENT;
+  return iei < ELEMENTS.size() ? ELEMENTS[iei] : UNKNOWN_ELEMENT;
 }
 
 bool length_fits(const element &row, uint8_t length) {
