@@ -40,8 +40,8 @@ constexpr bool is_ascii(word octets) {
   return (octets & every_octet(0x80)) == 0;
 }
 
-// has_octet tells whether one of `octets`, which are ASCII, is `octet`, which is, too.
-constexpr bool has_octet(word octets, uint8_t octet) {
-  const word from_1 = (octets ^ every_octet(octet)) + every_octet(0x7F); // in bit 7 of each
-  return (~from_1 & every_octet(0x80)) != 0;
+// is_ascii_without tells whether all of them are, and none is `octet`, which is below 0x80 itself.
+constexpr bool is_ascii_without(word octets, uint8_t octet) {
+  const word differences = octets ^ every_octet(octet); // 0, and below 0 when lessened, where it is
+  return is_ascii(differences | (differences - every_octet(1)));
 }

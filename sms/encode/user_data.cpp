@@ -94,8 +94,7 @@ constexpr uint8_t BACKTICK = '`'; // the one printable ASCII character without a
 size_t undecided_words(std::span<const uint8_t> text) {
   size_t size = 0;
   for (; text.size() - size >= sizeof(word); size += sizeof(word)) {
-    const word octets = load<word>(text.data() + size);
-    if (!is_ascii(octets) || has_octet(octets, BACKTICK)) {
+    if (!is_ascii_without(load<word>(text.data() + size), BACKTICK)) {
       break;
     }
   }
