@@ -75,6 +75,47 @@ TEST(Unicode, EveryCodePointCrossesBothWays) {
   }
 }
 
+// Words of ASCII and of two-byte sequences cross at once. Whatever stands beside them, and wherever
+// room ends or a byte is bad, what comes out are the characters ahead of that.
+TEST(Unicode, TextsCrossAsTheirCharacters) {
+  const char *const characters[] = {"a", "\u00E9", "\u0436", "\u6211", "\U0001F600"};
+  uint32_t state = 1;
+  for (int round = 0; round < 100; ++round) {
+    std::string text;
+    units all;
+    std::vector<std::pair<size_t, size_t>> ends = {{0, 0}}; // of the characters: bytes, units
+    while (ends.size() <= 40) {
+      state = state * 1664525 + 1013904223;
+      const std::string character = characters[(state >> 28) % std::size(characters)];
+      const units alone = to_ucs2(character, 4); // too short to be a word
+      for (uint32_t run = state >> 16 & 0xF; run > 0; --run) {
+        text += character;
+        all.insert(all.end(), alone.begin(), alone.end());
+        ends.emplace_back(text.size(), all.size());
+      }
+    }
+    for (size_t i = 0; i + 1 < ends.size(); ++i) {
+      const auto [bytes, count] = ends[i];
+      const units ahead(all.begin(), all.begin() + static_cast<ptrdiff_t>(count));
+      for (size_t room = count; room < ends[i + 1].second; ++room) {
+        ASSERT_EQ(to_ucs2(text, static_cast<uint16_t>(2 * room)), ahead);
+      }
+      std::string bad = text;
+      bad[ends[i + 1].first - 1] = '\xFF';
+      ASSERT_EQ(to_ucs2(bad, 510), ahead);
+      for (size_t room = bytes; room < ends[i + 1].first; ++room) {
+        std::vector<uint8_t> out(room);
+        const uint16_t *source = all.data();
+        uint8_t *target = out.data();
+        kest_utf16_to_utf8(source, source + all.size(), target, target + room);
+        out.resize(static_cast<size_t>(target - out.data()));
+        ASSERT_EQ(text_of(out), text.substr(0, bytes));
+        ASSERT_EQ(source, all.data() + count);
+      }
+    }
+  }
+}
+
 // All first and second bytes: table 3-7 of the standard.
 TEST(Unicode, LegalSequencesAreThoseOfTheStandard) {
   for (unsigned pair = 0; pair < 0x10000; ++pair) {

@@ -17,7 +17,12 @@ TEST(EncodeUserData, FirstByteOutsideThe7BitAlphabetDecides) {
   };
   for (const auto &c : cases) {
     for (const std::string &text : c.texts) {
-      EXPECT_EQ(kest_sms_select_alphabet(bytes(text)), c.alphabet) << hex(text);
+      for (size_t i = 0; i <= 16; ++i) { // at each place of a word
+        const std::string plain(i, 'a');
+        const auto longer = exact_octets(bytes(plain + text + plain));
+        EXPECT_EQ(kest_sms_select_alphabet({longer.get(), 2 * i + text.size()}), c.alphabet)
+            << hex(text) << ' ' << i;
+      }
     }
   }
 }
