@@ -65,7 +65,8 @@ void append_record(char *text) {
 }
 
 // log_line has a frame of its own, for its buffers: a line that is dropped needs none.
-[[gnu::noinline]] void log_line(uint32_t mask, const char *format, va_list arguments) {
+[[gnu::noinline, gnu::format(printf, 2, 0)]] void log_line(uint32_t mask, const char *format,
+                                                           va_list arguments) {
   char text[TEXT_SIZE];
   text[0] = '\0';
   vsnprintf(text, sizeof text, format, arguments);

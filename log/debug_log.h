@@ -4,8 +4,8 @@
 
 #include "kest/log.h"
 
-// logs is false if kest_log would drop each line of `bit`, for it gets a mask of 0. Asked ahead of
-// lines that come for each octet, it spares the calls.
+// logs tells whether lines of `bit` are on. If not, kest_log gets a mask of 0 and drops them: asked
+// ahead of lines that come for each octet, this spares the calls.
 inline bool logs(uint32_t bit) {
   return (log_level & bit) != 0;
 }

@@ -19,14 +19,9 @@ constexpr digit_case LOWER = {'a', "kest_binary_to_hexchar", "kest_binary_to_hex
 constexpr digit_case UPPER = {'A', "kest_binary_to_hexchar_uppercase",
                               "kest_binary_to_hexstring_uppercase"};
 
-// digit has no range test: values above 15 run on past the letters.
-constexpr char digit(char ten, int value) {
-  return static_cast<char>(value < 10 ? '0' + value : ten + value - 10);
-}
-
 int8_t to_digit(const digit_case &digits, uint8_t value) {
   kest_log(log_level & KEST_LOG_ERROR, "%s value=%d!!!\n", digits.char_name, value);
-  return static_cast<int8_t>(digit(digits.ten, value));
+  return static_cast<int8_t>(plain_hex_digit(digits.ten, value));
 }
 
 // Both digits of each octet, in lower case.
@@ -37,8 +32,8 @@ struct digit_pairs {
 constexpr digit_pairs PAIRS = [] {
   digit_pairs pairs = {};
   for (int octet = 0; octet < 256; ++octet) {
-    pairs.of[octet][0] = digit('a', octet >> 4);
-    pairs.of[octet][1] = digit('a', octet & 0xF);
+    pairs.of[octet][0] = plain_hex_digit('a', octet >> 4);
+    pairs.of[octet][1] = plain_hex_digit('a', octet & 0xF);
   }
   return pairs;
 }();
@@ -88,8 +83,8 @@ void to_text(const digit_case &digits, std::span<const uint8_t> octets, char *st
 constexpr std::array<uint8_t, 256> DIGIT_VALUES = [] {
   std::array<uint8_t, 256> values = {};
   for (uint8_t value = 0; value < 16; ++value) {
-    values[static_cast<uint8_t>(digit('a', value))] = value;
-    values[static_cast<uint8_t>(digit('A', value))] = value;
+    values[static_cast<uint8_t>(plain_hex_digit('a', value))] = value;
+    values[static_cast<uint8_t>(plain_hex_digit('A', value))] = value;
   }
   return values;
 }();

@@ -24,6 +24,8 @@ bool is_surrogate(uint32_t value) {
   return (value & 0xF800) == HIGH_SURROGATE;
 }
 
+// (What is always inlined below would otherwise be called for each character of a text.)
+
 // A character, and the bytes or units that it takes. The length of what is none is 0.
 struct character {
   uint32_t code_point;
@@ -32,13 +34,10 @@ struct character {
 
 constexpr character ILLEGAL = {0, 0};
 
-// read_utf8 reads the sequence at the start of `octets`, the first byte in the low bits, and takes
-// none that is not well-formed (Unicode Standard, table 3-7). Of a sequence that is cut off the
-// octets behind the end are 0, which are no trailing bytes.
-[[gnu::always_inline]] inline character read_utf8(uint32_t octets) {
-  if ((octets & 0x80) == 0) {
-    return {octets & 0x7F, 1};
-  }
+// read_sequence reads the sequence of two to four bytes at the start of `octets`, the first in the
+// low bits, and takes none that is not well-formed (Unicode Standard, table 3-7). Behind the end of
+// a sequence that is cut off the octets are 0, which are no trailing bytes.
+[[gnu::always_inline]] inline character read_sequence(uint32_t octets) {
   if ((octets & 0xC0E0) == 0x80C0) {
     const uint32_t value = (octets & 0x1F) << 6 | (octets >> 8 & 0x3F);
     return value >= 0x80 ? character{value, 2} : ILLEGAL;
@@ -55,13 +54,13 @@ constexpr character ILLEGAL = {0, 0};
   return ILLEGAL;
 }
 
-// read_cut_utf8 reads the sequence at `seq`, of which up to `size` bytes are there.
-character read_cut_utf8(const uint8_t *seq, size_t size) {
+// read_utf8 reads the character at `seq`, of which there are `size` bytes.
+character read_utf8(const uint8_t *seq, size_t size) {
   uint32_t octets = 0;
   for (size_t i = 0; i < std::min(size, sizeof octets); ++i) {
     octets |= static_cast<uint32_t>(seq[i]) << 8 * i;
   }
-  return read_utf8(octets);
+  return (octets & 0x80) == 0 ? character{octets & 0x7F, 1} : read_sequence(octets);
 }
 
 // put returns the bytes or units that it wrote; 0, with nothing written, if they are more than
@@ -206,7 +205,7 @@ template <class from, class to>
 
 // convert_words converts while a word of bytes is left and has room as units: a word of ASCII or of
 // two-byte sequences at once, what else there is one by one. It returns false at an illegal
-// sequence. The attributes here keep GCC from a call for each character.
+// sequence.
 [[gnu::always_inline]] inline bool convert_words(to_utf16 &at) {
   constexpr size_t BYTES = sizeof(word);
   while (at.left() >= BYTES && at.room() >= BYTES) {
@@ -224,7 +223,7 @@ template <class from, class to>
         }
       } else if (are_pairs(octets)) {
         put_word(at, BYTES, units_of_pairs(octets));
-      } else if (!put_character(at, read_utf8(static_cast<uint32_t>(octets)), BYTES)) {
+      } else if (!put_character(at, read_sequence(static_cast<uint32_t>(octets)), BYTES)) {
         return false;
       }
     } while (at.in <= last);
@@ -232,7 +231,8 @@ template <class from, class to>
   return true;
 }
 
-// This convert_words does so from units to bytes, and meets nothing illegal.
+// This one converts while a word of units is left and has room as bytes. There is nothing illegal:
+// a unit stands behind each surrogate.
 [[gnu::always_inline]] inline void convert_words(to_utf8 &at) {
   constexpr size_t ROOM = sizeof(word); // of all that a turn writes
   while (at.left() >= WORD_UNITS && at.room() >= ROOM) {
@@ -284,7 +284,7 @@ uint8_t kest_utf8_is_legal(const uint8_t *seq, int32_t length) {
     return 0;
   }
   const auto size = static_cast<size_t>(length);
-  return read_cut_utf8(seq, size).length == size ? 1 : 0;
+  return read_utf8(seq, size).length == size ? 1 : 0;
 }
 
 void kest_utf8_to_utf16(const uint8_t *&source, const uint8_t *source_end, uint16_t *&target,
@@ -292,7 +292,7 @@ void kest_utf8_to_utf16(const uint8_t *&source, const uint8_t *source_end, uint1
   to_utf16 at = {source, source_end, target, target_end};
   bool more = convert_words(at);
   while (more && at.in < at.in_end) {
-    more = put_character(at, read_cut_utf8(at.in, at.left()), at.room());
+    more = put_character(at, read_utf8(at.in, at.left()), at.room());
   }
   source = at.in;
   target = at.out;

@@ -19,8 +19,10 @@ inline unsigned kest_utf8_length(uint8_t first) {
 // stores the low 16 bits of its value and returns its length, 1 to 6. Bytes behind the end of
 // `text` count as 0, but count: the result can exceed the size of `text`. Following bytes are not
 // tested, and a stray one (0x80 to 0xBF) gives its own value. Without any text, or with a null
-// `value`, the result is 0. The other function knows all forms of more than a byte; whole forms of
-// two and three bytes need no call of it.
+// `value`, the result is 0.
+//
+// kest_utf8_long_char_to_ucs2 is the same for a text whose first byte is 0xC0 or more. Whole forms
+// of two and three bytes need no call of it.
 uint8_t kest_utf8_long_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value);
 inline uint8_t kest_utf8_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value) {
   if (text.empty() || value == nullptr) {

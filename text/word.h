@@ -42,6 +42,8 @@ constexpr bool is_ascii(word octets) {
 
 // is_ascii_without tells whether all of them are, and none is `octet`, which is below 0x80 itself.
 constexpr bool is_ascii_without(word octets, uint8_t octet) {
-  const word differences = octets ^ every_octet(octet); // 0, and below 0 when lessened, where it is
+  // An octet that is `octet` is 0 here, and one less than 0 has its bit 7 set. What that takes from
+  // the octet above counts for nothing more: the word is refused.
+  const word differences = octets ^ every_octet(octet);
   return is_ascii(differences | (differences - every_octet(1)));
 }

@@ -72,7 +72,8 @@ typedef struct kest_sim_file_info {
 // them in the answer for an EF, an MF or a DF. The result is 1, also for an answer that is
 // understood only in part or ends between two objects behind the file identifier; and 0 for an
 // answer that is cut off elsewhere, for a template that does not begin with a file descriptor, for
-// a null pointer and for a `length` of 0. `info` is untouched then.
+// a null pointer and for a `length` of 0. `info` then is as it was before. `data` must not lie in
+// it.
 //
 // Fields of which the answer says nothing keep what the caller put there, so clear the record
 // before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS, and the

@@ -25,13 +25,13 @@ inline void put_bits(bit_writer &out, unsigned width, uint32_t value) {
   }
 }
 
-// put_octets does so with whole octets: what of each does not fit the octet that is begun goes to
-// the next.
+// put_octets appends octets as put_bits does with 8 bits each: in two parts, to the octet that is
+// begun and to the next one.
 inline void put_octets(bit_writer &out, std::span<const uint8_t> octets) {
   const unsigned begun = out.pos % 8;
   for (const uint8_t octet : octets) {
     const size_t at = out.pos / 8;
-    if (begun == 0 || at + 1 >= out.size) { // there is no next one
+    if (begun == 0 || at + 1 >= out.size) { // in one part, or without room for both
       put_bits(out, 8, octet);
     } else {
       out.data[at] |= static_cast<uint8_t>(octet >> begun);

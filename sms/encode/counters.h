@@ -4,8 +4,7 @@
 //   kest_sms_msg_reference     TP-MR of an SMS-SUBMIT. Each SUBMIT without options of the caller's
 //                              steps it behind its use, whatever comes of the message.
 //   kest_sms_concat_reference  Reference of the concatenation header. A long SUBMIT or DELIVER
-//   steps
-//                              it if it succeeds and is the last segment.
+//                              steps it if it succeeds and is the last segment.
 //   kest_cdma_message_id       MESSAGE_ID of a CDMA message. Each bearer data with a text steps it
 //                              ahead of its use.
 #pragma once

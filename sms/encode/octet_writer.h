@@ -10,7 +10,7 @@
 struct octet_writer {
   uint8_t *data;
   size_t size;
-  size_t pos = 0;
+  size_t pos = 0; // at most `size`
 };
 
 inline void put_octet(octet_writer &out, uint8_t octet) {
