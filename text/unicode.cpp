@@ -86,20 +86,23 @@ inline size_t put(uint32_t code_point, uint16_t *dst, size_t room) {
   return 2;
 }
 
+// is_pair tells whether two units are the surrogates of one character.
+bool is_pair(uint32_t first, uint32_t second) {
+  return is_high_surrogate(first) && is_low_surrogate(second);
+}
+
+uint32_t pair_value(uint32_t high, uint32_t low) {
+  return FIRST_SUPPLEMENTARY + ((high & 0x3FF) << 10) + (low & 0x3FF);
+}
+
 // read_utf16 reads the character at `units`, of which there are `size`, at least one. A surrogate
 // without its partner is a character of its own, but not a high one at the end.
-[[gnu::always_inline]] inline character read_utf16(const uint16_t *units, size_t size) {
-  const uint32_t unit = units[0];
-  if (!is_high_surrogate(unit)) {
-    return {unit, 1};
-  }
-  if (size < 2) {
+character read_utf16(const uint16_t *units, size_t size) {
+  if (is_high_surrogate(units[0]) && size < 2) {
     return ILLEGAL;
   }
-  if (!is_low_surrogate(units[1])) {
-    return {unit, 1};
-  }
-  return {FIRST_SUPPLEMENTARY + ((unit & 0x3FF) << 10) + (units[1] & 0x3FFu), 2};
+  return size >= 2 && is_pair(units[0], units[1]) ? character{pair_value(units[0], units[1]), 2}
+                                                  : character{units[0], 1};
 }
 
 // A word of ASCII, and the units that are the same characters: two words.
@@ -254,11 +257,12 @@ template <class from, class to>
           at.out += put_utf8(unit, at.out, ROOM);
           ++at.in;
         }
-      } else if (!is_surrogate(unit)) {
+      } else if (is_pair(unit, at.in[1])) {
+        at.out += put_utf8(pair_value(unit, at.in[1]), at.out, ROOM);
+        at.in += 2;
+      } else {
         at.out += put_utf8(unit, at.out, ROOM);
         ++at.in;
-      } else {
-        put_character(at, read_utf16(at.in, WORD_UNITS), ROOM);
       }
     } while (at.in <= last);
   }
