@@ -50,12 +50,14 @@ TEST(Septets, EveryCountShiftAndLimit) {
         packed.back() |= 0x5A;
         septets.push_back(packed.back() >> 1);
       }
-      for (uint16_t limit = 1; limit <= count + 1; ++limit) {
+      for (uint16_t limit = 1; limit <= count + 9; ++limit) {
         SCOPED_TRACE(testing::Message() << count << ' ' << fill << ' ' << limit);
-        octet_string out(std::min<size_t>(limit, septets.size()));
+        octet_string out(limit, 0xEE);
         const auto shift = static_cast<uint16_t>(fill == 0 ? 0 : 8 - fill);
         kest_unpack_septets(packed.data(), count, limit, shift, out.data());
-        EXPECT_EQ(out, first(septets, limit));
+        octet_string expected = first(septets, limit);
+        expected.resize(limit, 0xEE); // nothing behind the last septet is written
+        EXPECT_EQ(out, expected);
       }
     }
   }
