@@ -32,12 +32,13 @@ cost)
   counted >cost.txt
   awk -F '\t' '
     NR == FNR { if ($0 !~ /^#/) was[substr($0, 13)] = substr($0, 1, 10) + 0; next }
-    { change = "new"; bad = !($1 in was)
-      if ($1 in was) { grown = $2 / was[$1] - 1; bad = grown > 0.1
-                       change = sprintf("%+.1f %%", 100 * grown) }
-      printf "%-52s %10d %10s %10s%s\n", $1, $2, ($1 in was) ? was[$1] : "", change, bad ? "  TOO MUCH" : ""
-      failed += bad }
-    END { exit failed > 0 }' "$bench/cost.txt" cost.txt
+    !($1 in was) { printf "%-52s %10d  is not in cost.txt\n", $1, $2; failed = 1; next }
+    { grown = 100 * ($2 / was[$1] - 1)
+      printf "%-52s %10d %10d %+8.1f %%%s\n", $1, $2, was[$1], grown, (grown > 10) ? "  TOO MUCH" : ""
+      if (grown > 10) failed = 1
+      delete was[$1] }
+    END { for (name in was) { print name " was not counted"; failed = 1 }
+          exit failed }' "$bench/cost.txt" cost.txt
   ;;
 cost_update)
   counted >cost.txt

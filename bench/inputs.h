@@ -40,8 +40,8 @@ inline std::string mixed_text(size_t size) {
   return text;
 }
 
-// A text in both forms, and where conversions write. Those of one text share the buffers, for how
-// these lie to each other shows in the times.
+// A text in both forms, and where conversions write: those of one text are compared on the same
+// memory.
 struct unicode_buffers {
   std::string utf8;
   std::vector<uint16_t> utf16;
