@@ -13,7 +13,8 @@ TEST(EncodeUserData, FirstByteOutsideThe7BitAlphabetDecides) {
   } cases[] = {
       {KEST_GW_ALPHABET_7BIT, {"", "a[{}]~\\|^\f\x7F", std::string("a\0b", 3)}},
       {KEST_GW_ALPHABET_8BIT, {"\x80", "a\xBF", "\x80\u00E9", "\xBF`"}},
-      {KEST_GW_ALPHABET_UCS2, {"a`", "\u00E9", "\u20AC", "\u00E9\x80", "`\x80", "\xFF", "\xC0"}},
+      {KEST_GW_ALPHABET_UCS2,
+       {"a`", "\u00E9", "\u20AC", "\u00E9\x80", "`\x80", "\xFF", "\xC0", "\xE0"}},
   };
   for (const auto &c : cases) {
     for (const std::string &text : c.texts) {
