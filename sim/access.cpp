@@ -82,10 +82,9 @@ constexpr uint8_t CONDITION_NEVER = 0x97;
 constexpr uint8_t CONTROL_REFERENCE_TEMPLATE = 0xA4;
 constexpr uint8_t KEY_REFERENCE = 0x83;
 
-// How several keys combine, and the octets of conditions; without a template they do not, and there
-// are none.
+// How several keys combine, and the octets of conditions. Without a template there are none of
+// these, and no more than one key.
 struct condition_template {
-  bool combines = false;
   kest_sim_access_method method = KEST_SIM_ACCESS_NEVER;
   size_t length = 0;
 };
@@ -96,7 +95,7 @@ condition_template open_template(answer_reader &in) {
     return {};
   }
   take_octet(in);
-  return {true, tag == OR_TEMPLATE ? KEST_SIM_ACCESS_OR : KEST_SIM_ACCESS_AND, take_octet(in)};
+  return {tag == OR_TEMPLATE ? KEST_SIM_ACCESS_OR : KEST_SIM_ACCESS_AND, take_octet(in)};
 }
 
 // A rule under construction.
@@ -109,7 +108,7 @@ struct open_rule {
 // reference that is not in the table takes all of them back.
 void add_key(uint8_t reference, const condition_template &outer, open_rule &rule) {
   kest_sim_access_condition &condition = rule.condition;
-  if (rule.keys > 0 && outer.combines) {
+  if (rule.keys > 0) {
     condition.method = outer.method;
   }
   const uint16_t key = key_of(reference);
