@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "tests/support/records.h"
 #include "tests/support/sim.h"
-#include "tests/support/vectors.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 // tests/support/octets.h: octet strings that a person can read.
 #pragma once
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -33,8 +34,8 @@ inline std::string compact(const std::string &text) {
 inline std::vector<uint8_t> octets(const std::string &text) {
   const std::string digits = compact(text);
   std::vector<uint8_t> out;
-  for (size_t i = 0; i + 1 < digits.size(); i += 2) {
-    out.push_back(static_cast<uint8_t>(std::stoul(digits.substr(i, 2), nullptr, 16)));
+  for (const char *at = digits.data(); at + 1 < digits.data() + digits.size(); at += 2) {
+    std::from_chars(at, at + 2, out.emplace_back(), 16);
   }
   return out;
 }

@@ -1,60 +1,140 @@
-// Any number and text to the encoders: single messages, the segments of a long text, CDMA. The
-// first byte of an input chooses whether the text is hexadecimal; the number ends at a 0. Buffers
-// have their documented sizes to the octet.
+// Any number and text to the encoders: single messages, the segments of a long text, CDMA. Bit 0 of
+// an input's first byte chooses whether the text is hexadecimal, the others are an option; the
+// number ends at a 0. Buffers have their documented sizes to the octet. What comes out decodes
+// back.
 #include "fuzz/require.h"
 #include "kest/kest.h"
+#include "sms/encode/user_data.h"
 #include "tests/support/segments.h"
 #include "tests/support/sms_decoders.h"
+#include "text/gsm_alphabet.h"
 #include "text/unicode.h"
 
 namespace {
 
-void single_messages(const char *number, const char *text, uint32_t is_hex) {
-  constexpr uint32_t SUBMIT_SIZE = KEST_SMS_SUBMIT_PDU_SIZE;
-  constexpr uint32_t DELIVER_SIZE = KEST_SMS_DELIVER_PDU_SIZE;
-  const kest_sms_encode_options options = {1, 1, 1, 2, 1};
-  const std::unique_ptr<uint8_t[]> submit(new uint8_t[SUBMIT_SIZE]),
-      deliver(new uint8_t[DELIVER_SIZE]), cdma(new uint8_t[KEST_SMS_CDMA_SUBMIT_PDU_SIZE]);
-  require(kest_sms_encode_gw_submit_pdu(number, text, 1, is_hex, submit.get(), SUBMIT_SIZE) <=
-          SUBMIT_SIZE);
-  require(kest_sms_encode_gw_submit_pdu_detail(number, text, 1, is_hex, &options, submit.get(),
-                                               SUBMIT_SIZE) <= SUBMIT_SIZE);
-  require(kest_sms_encode_gw_deliver_pdu_detail(number, text, text, 1, is_hex, &options,
-                                                deliver.get(), DELIVER_SIZE) <= DELIVER_SIZE);
-  const uint32_t size = kest_sms_encode_cdma_submit_pdu(number, text, 1, is_hex, cdma.get());
-  require(size == 0 || size == cdma[6] + cdma[cdma[6] + 11u] + 12u);
+using pdu = std::vector<uint8_t>;
+
+// encoded runs an encoder on a block of `size` octets; empty for a refusal.
+template <class call>
+pdu encoded(size_t size, const call &run) {
+  pdu out(size);
+  const auto written = static_cast<size_t>(run(out.data(), static_cast<uint32_t>(size)));
+  require(written <= size);
+  out.resize(written);
+  return out;
 }
 
-// refusable tells whether an encoder may refuse a segment: if its own alphabet makes it longer, if
-// it is cut at 255 octets, or if it ends within a UTF-8 sequence.
-bool refusable(const std::string &segment, uint32_t is_hex) {
-  std::vector<uint8_t> octets(segment.begin(), segment.end());
+std::vector<uint8_t> octets_of(const std::string &text, uint32_t is_hex) {
+  std::vector<uint8_t> octets(text.begin(), text.end());
   if (is_hex != 0) {
-    octets.resize(kest_hexstring_to_binary(segment.c_str(), octets.data(),
+    octets.resize(kest_hexstring_to_binary(text.c_str(), octets.data(),
                                            static_cast<uint16_t>(octets.size())));
   }
-  size_t read = 0;
-  for (uint16_t value = 0; read < octets.size();) {
-    read += kest_utf8_char_to_ucs2(std::span(octets).subspan(read), &value);
-  }
-  return read != octets.size() || octets.size() > 255 || segments_of(segment, is_hex).size() > 1;
+  octets.resize(octets.size() > 255 ? (is_hex != 0 ? 0 : 255) : octets.size());
+  return octets;
 }
 
-void long_message(const char *number, const std::string &text, uint32_t is_hex) {
+// What a receiver reads of a text, if all of it fits.
+struct shown_text {
+  kest_gw_alphabet alphabet;
+  std::string text;
+  bool whole = true; // no sequence is cut off at its end
+};
+
+shown_text shown(std::span<const uint8_t> octets) {
+  shown_text out = {kest_sms_select_alphabet(octets), ""};
+  for (size_t read = 0; read < octets.size();) {
+    uint16_t value = 0;
+    read += kest_utf8_char_to_ucs2(octets.subspan(read), &value);
+    out.whole = read <= octets.size();
+    if (out.alphabet == KEST_GW_ALPHABET_7BIT && kest_gsm_codings[value].septets == 0) {
+      continue;
+    }
+    uint8_t form[4];
+    const uint32_t unit = out.alphabet == KEST_GW_ALPHABET_8BIT ? value & 0xFFu : value;
+    out.text += text_of({form, put_utf8(unit, form, sizeof form)});
+  }
+  return out;
+}
+
+// check_back decodes a PDU: the number, and all of the text or, without `all`, its front.
+sms_outputs check_back(const sms_decoder &d, const pdu &message, const std::string &number,
+                       const shown_text &text, bool all) {
+  sms_outputs out;
+  require(d.decode(("00" + hex(message)).c_str(), out, &out.udh) == 1);
+  const bool plain = number.find_first_not_of("0123456789*#", number[0] == '+') == number.npos;
+  require(!plain || out.address.data() == number);
+  const std::string back = text_of(octets(out.userdata.data()));
+  require(text.text.starts_with(back));
+  require(!all || back == text.text || text.alphabet == KEST_GW_ALPHABET_8BIT);
+  return out;
+}
+
+void single_messages(const std::string &number, const std::string &content, uint8_t flags) {
+  const auto exact_number = exact_text(number), exact = exact_text(content);
+  const char *const to = exact_number.get(), *const text = exact.get();
+  const uint32_t is_hex = flags & 1;
+  const kest_sms_encode_options options = {flags, flags % 5u, 0, 2, 1};
+  const auto submit = [&](uint8_t *out, uint32_t size) {
+    return kest_sms_encode_gw_submit_pdu_detail(to, text, 1, is_hex, &options, out, size);
+  };
+  const auto deliver = [&](uint8_t *out, uint32_t size) {
+    return kest_sms_encode_gw_deliver_pdu_detail(to, text, text, 1, is_hex, &options, out, size);
+  };
+  const pdu sent = encoded(KEST_SMS_SUBMIT_PDU_SIZE, submit);
+  const pdu received = encoded(KEST_SMS_DELIVER_PDU_SIZE, deliver);
+  require(sent == encoded(KEST_SMS_SUBMIT_PDU_SIZE, submit));
+  require(received == encoded(KEST_SMS_DELIVER_PDU_SIZE, deliver));
+  require(sent.empty() == number.empty() && received.empty() == number.empty());
+  require(sent.size() == encoded(KEST_SMS_SUBMIT_PDU_SIZE, [&](uint8_t *out, uint32_t size) {
+                           return kest_sms_encode_gw_submit_pdu_with_validity(to, text, 1, is_hex,
+                                                                              out, size, flags);
+                         }).size());
+  require(received.size() == encoded(KEST_SMS_DELIVER_PDU_SIZE, [&](uint8_t *out, uint32_t size) {
+                               return kest_sms_encode_gw_deliver_pdu(to, text, text, 1, is_hex, out,
+                                                                     size);
+                             }).size());
+  if (!number.empty() && number.size() <= 20) { // it fits its field
+    const shown_text expected = shown(octets_of(content, is_hex));
+    check_back(SUBMIT_V2, sent, number, expected, false);
+    check_back(DELIVER_V2, received, number, expected, false);
+  }
+  const pdu cdma = encoded(KEST_SMS_CDMA_SUBMIT_PDU_SIZE, [&](uint8_t *out, uint32_t) {
+    return kest_sms_encode_cdma_submit_pdu(to, text, 1, is_hex, out);
+  });
+  require(cdma.empty() || cdma.size() == cdma[6] + cdma[cdma[6] + 11u] + 12u);
+}
+
+void service_centre(const std::string &number, size_t size) {
+  pdu field(size, 0xEE);
+  const int32_t written =
+      kest_sms_encode_gw_smsc(exact_text(number).get(), field.data(), static_cast<int32_t>(size));
+  require(written >= 0 && static_cast<size_t>(written) <= size && (written == 0) == number.empty());
+  require(std::count(field.begin() + written, field.end(), 0xEE) ==
+          static_cast<ptrdiff_t>(size) - written);
+}
+
+void long_message(const std::string &number, const std::string &text, uint32_t is_hex) {
   const std::vector<std::string> segments = segments_of(text, is_hex);
   const auto total = static_cast<int32_t>(segments.size());
+  require(kest_sms_is_long_message(text.c_str(), is_hex) == 0 || total > 1);
+  const auto exact_number = exact_text(number);
   for (int32_t sequence = 1; sequence <= total; ++sequence) {
     const std::string &part = segments[static_cast<size_t>(sequence - 1)];
     require(!part.empty());
+    const shown_text expected = shown(octets_of(part, is_hex));
+    // A segment may be refused if its own alphabet makes it longer, if it is cut at 255 octets, or
+    // if it ends within a sequence.
+    const bool refusable = !expected.whole || part.size() > 255u * (is_hex + 1) ||
+                           segments_of(part, is_hex).size() > 1;
     for (const bool submit : {false, true}) {
-      const auto pdu = segment_pdu(submit, number, part, is_hex, total, sequence);
-      require(!pdu.empty() || number[0] == '\0' || (total > 1 && refusable(part, is_hex)));
-      if (!pdu.empty() && strlen(number) <= 20) { // the number fits its field
-        sms_outputs out;
-        require(
-            (submit ? SUBMIT_V2 : DELIVER_V2).decode(("00" + hex(pdu)).c_str(), out, &out.udh) ==
-            1);
+      const pdu message = segment_pdu(submit, exact_number.get(), part, is_hex, total, sequence);
+      require(!message.empty() || number.empty() || (total > 1 && refusable));
+      if (!message.empty() && number.size() <= 20) {
+        const sms_outputs out =
+            check_back(submit ? SUBMIT_V2 : DELIVER_V2, message, number, expected, total > 1);
         require(out.udh.sequence == (total > 1 ? sequence : 0));
+        require(submit || out.timestamp.data() == std::string_view(SEGMENT_TIME));
       }
     }
   }
@@ -69,13 +149,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   const std::string rest = text_of({data + 1, size - 1});
   const std::string number = rest.c_str();
   const std::string text = rest.substr(std::min(number.size() + 1, rest.size())).c_str();
-  const auto exact_number = exact_text(number), exact = exact_text(text);
   const uint32_t is_hex = data[0] & 1;
-  single_messages(exact_number.get(), exact.get(), is_hex);
-  const int32_t is_long = kest_sms_is_long_message(exact.get(), is_hex);
+  single_messages(number, text, data[0]);
+  service_centre(number, 2 + data[0] % 16u);
+  const int32_t is_long = kest_sms_is_long_message(exact_text(text).get(), is_hex);
   require(is_long >= -1 && is_long <= 1 && (is_long < 0) == (text.size() > KEST_SMS_SIZED_TEXT));
+  uint16_t segment_len = 0xEEEE;
   if (is_long >= 0) {
-    long_message(exact_number.get(), text, is_hex);
+    long_message(number, text, is_hex);
+  } else {
+    require(kest_sms_get_long_message_segment(text.c_str(), is_hex, &segment_len) == -1);
+    require(segment_len == 0xEEEE);
   }
   return 0;
 }

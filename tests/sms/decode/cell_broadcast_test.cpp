@@ -4,7 +4,7 @@
 
 #include "tests/support/debug_log.h"
 #include "tests/support/failing_malloc.h"
-#include "tests/support/vectors.h"
+#include "tests/support/records.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/debug_log.h"
-#include "tests/support/vectors.h"
+#include "tests/support/records.h"
 
 namespace {
 
