@@ -124,6 +124,12 @@ KEST_WATCH(void, void(), vsyslog, (int priority, const char *format, va_list arg
 
 extern "C" {
 
+// What an optimized build of the library calls (_FORTIFY_SOURCE).
+void __wrap___vsyslog_chk(int priority, int flag, const char *format, va_list arguments);
+void __wrap___vsyslog_chk(int priority, int, const char *format, va_list arguments) {
+  __wrap_vsyslog(priority, format, arguments);
+}
+
 ssize_t __real_write(int fd, const void *data, size_t size);
 ssize_t __wrap_write(int fd, const void *data, size_t size);
 int __real_pthread_cond_signal(pthread_cond_t *cond);
