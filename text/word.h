@@ -1,14 +1,12 @@
-// text/word.h: octets taken a register at a time, the first in the low bits. A fast path stands
-// ahead of the step for one octet, which takes what is less than a word; so nothing outside a
-// buffer is read or written.
+// text/word.h: octets or 16-bit units taken a register at a time, the first in the low bits, on
+// machines of either byte order. A fast path stands ahead of the step for one of them, which takes
+// what is less than a word; so nothing outside a buffer is read or written.
 #pragma once
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
-
-static_assert(std::endian::native == std::endian::little);
 
 using word = size_t; // eight octets, or four on a 32-bit device
 using half_word = std::conditional_t<sizeof(word) == 8, uint32_t, uint16_t>;
@@ -23,15 +21,36 @@ constexpr word every_unit(uint16_t unit) {
   return ~word{0} / 0xFFFF * unit;
 }
 
-template <class number>
-number load(const void *from) {
-  number value;
-  memcpy(&value, from, sizeof value);
-  return value;
+// reversed turns the order of the octets or units in `value` around.
+template <class unit, class number>
+constexpr number reversed(number value) {
+  static_assert(sizeof(unit) <= 2 && sizeof value <= 8);
+  uint64_t octets = __builtin_bswap64(value) >> (64 - 8 * sizeof value);
+  if constexpr (sizeof(unit) == 2) { // each keeps its own octets as they stood
+    constexpr uint64_t LOW = 0x00FF00FF00FF00FF;
+    octets = (octets & LOW) << 8 | (octets >> 8 & LOW);
+  }
+  return static_cast<number>(octets);
 }
 
-template <class number>
-void store(void *to, number value) {
+static_assert(reversed<uint8_t>(uint16_t{0x0102}) == 0x0201);
+static_assert(reversed<uint8_t>(uint64_t{0x0102030405060708}) == 0x0807060504030201);
+static_assert(reversed<uint16_t>(uint32_t{0x01020304}) == 0x03040102);
+static_assert(reversed<uint16_t>(uint64_t{0x0102030405060708}) == 0x0708050603040102);
+
+// load and store take a number from memory and put it there, its first octet or unit in the low
+// bits: a big-endian machine has that in the high bits.
+
+template <class number, class unit>
+number load(const unit *from) {
+  number value;
+  memcpy(&value, from, sizeof value);
+  return std::endian::native == std::endian::big ? reversed<unit>(value) : value;
+}
+
+template <class number, class unit>
+void store(unit *to, number value) {
+  value = std::endian::native == std::endian::big ? reversed<unit>(value) : value;
   memcpy(to, &value, sizeof value);
 }
 
