@@ -5,7 +5,6 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 
 using word = size_t; // eight octets, or four on a 32-bit device
@@ -38,20 +37,25 @@ static_assert(reversed<uint8_t>(uint64_t{0x0102030405060708}) == 0x0807060504030
 static_assert(reversed<uint16_t>(uint32_t{0x01020304}) == 0x03040102);
 static_assert(reversed<uint16_t>(uint64_t{0x0102030405060708}) == 0x0708050603040102);
 
+// A number at any address. (memcpy, which does the same, is a call on MIPS at -Os.)
+template <class number>
+struct [[gnu::packed, gnu::may_alias]] unaligned {
+  number value;
+};
+
 // load and store take a number from memory and put it there, its first octet or unit in the low
 // bits: a big-endian machine has that in the high bits.
 
 template <class number, class unit>
 number load(const unit *from) {
-  number value;
-  memcpy(&value, from, sizeof value);
+  const number value = reinterpret_cast<const unaligned<number> *>(from)->value;
   return std::endian::native == std::endian::big ? reversed<unit>(value) : value;
 }
 
 template <class number, class unit>
 void store(unit *to, number value) {
-  value = std::endian::native == std::endian::big ? reversed<unit>(value) : value;
-  memcpy(to, &value, sizeof value);
+  reinterpret_cast<unaligned<number> *>(to)->value =
+      std::endian::native == std::endian::big ? reversed<unit>(value) : value;
 }
 
 // is_ascii tells whether all octets of `octets` are below 0x80.
