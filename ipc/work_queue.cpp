@@ -8,7 +8,9 @@ static_assert(offsetof(orba_queue_node, data) == sizeof(void *) &&
               offsetof(orba_queue_node, sync) == 2 * sizeof(void *) &&
               sizeof(orba_queue_node) == 3 * sizeof(void *));
 static_assert(offsetof(orba_queue_sync, cond) == sizeof(pthread_mutex_t) &&
-              offsetof(orba_queue_sync, value) == sizeof(pthread_mutex_t) + sizeof(pthread_cond_t));
+              offsetof(orba_queue_sync, value) ==
+                  sizeof(pthread_mutex_t) + sizeof(pthread_cond_t) &&
+              offsetof(orba_queue_sync, done) == offsetof(orba_queue_sync, value) + sizeof(void *));
 static_assert(offsetof(orba_queue, cond) == sizeof(pthread_mutex_t) &&
               offsetof(orba_queue, head) == sizeof(pthread_mutex_t) + sizeof(pthread_cond_t) &&
               offsetof(orba_queue, tail) == offsetof(orba_queue, head) + sizeof(void *) &&

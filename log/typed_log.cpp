@@ -1,6 +1,7 @@
 #include "kest/log.h"
 
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
 #include <span>
 
@@ -21,7 +22,8 @@ const char *const level_str[KEST_LOG_LEVELS] = {"EMERG", "ALERT",  "CRIT", "ERR"
 
 const char *const level_fmt_str[KEST_LOG_FORMATS] = {"FUNC_AND_LINE", "TID", "LOG_TYPE"};
 
-static_assert(sizeof(log_type_row) == 2 * sizeof(void *));
+static_assert(offsetof(log_type_row, level) == sizeof(void *) &&
+              sizeof(log_type_row) == 2 * sizeof(void *));
 
 namespace {
 
