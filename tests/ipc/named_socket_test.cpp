@@ -6,7 +6,8 @@
 namespace {
 
 // create_addr shows the address as well: its family, how many octets of it are 0, and its path.
-json create_addr(const json &call) {
+json create_addr(const json &row) {
+  const json call = with_types(row);
   sockaddr_un address = {};
   const std::span octets(reinterpret_cast<const uint8_t *>(&address), sizeof address);
   memset(&address, FRESH, sizeof address);

@@ -23,18 +23,21 @@ inline json opened(int fd) {
   return "open";
 }
 
+// with_types gives a call with the types of sockets, which stand in rows as a text: their numbers
+// differ between processors.
+inline json with_types(json call) {
+  for (json &value : call) {
+    value = value == "stream" ? json(SOCK_STREAM) : value == "datagram" ? json(SOCK_DGRAM) : value;
+  }
+  return call;
+}
+
 // opened_by is the call of a function that gives a descriptor.
 template <class... arguments>
 auto opened_by(int (*function)(arguments...)) {
   return [call = call_of(function)](const json &row) {
-    return opened(call(row));
+    return opened(call(with_types(row)));
   };
-}
-
-// The type of a socket stands in rows as a text: its number differs between processors.
-template <>
-inline int argument(const json &value) {
-  return value == "stream" ? SOCK_STREAM : value == "datagram" ? SOCK_DGRAM : value.get<int>();
 }
 
 // run_socket_rows looks for descriptors that stay open, and closes those that the rows opened.
