@@ -149,14 +149,14 @@ view view_of(const cb_message &message) {
   return shown;
 }
 
-bool same_message(const cb_message &a, const cb_message &b) {
+bool same_broadcast(const cb_message &a, const cb_message &b) {
   return a.info.message_identifier == b.info.message_identifier &&
          a.info.serial_number == b.info.serial_number && a.info.total_pages == b.info.total_pages;
 }
 
 void run(const cb_options &options) {
   read_argument<cb_message>("page", options.page,
-                            {decode, same_message, [&](const cb_message &whole) {
+                            {decode, same_broadcast, [&](const cb_message &whole) {
                                view_of(whole).print(options.json);
                              }});
 }

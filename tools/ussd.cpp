@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr size_t MAX_OCTETS = 255;
+constexpr size_t MAX_STRING = 255; // octets
 constexpr char UNTOUCHED = '\xFF'; // the library writes a terminator unless it refuses the scheme
 
 struct ussd_options {
@@ -18,7 +18,7 @@ struct ussd_options {
 };
 
 std::string ussd_text(unsigned dcs, const std::vector<uint8_t> &octets) {
-  std::array<char, 8 * MAX_OCTETS / 7 * 2 + 1> text;
+  std::array<char, 8 * MAX_STRING / 7 * 2 + 1> text;
   text.fill(UNTOUCHED);
   const uint32_t length = kest_convert_ussd_string_to_utf8(
       static_cast<uint8_t>(dcs), static_cast<uint8_t>(octets.size()), octets.data(), text.data());
@@ -35,7 +35,7 @@ void run(const ussd_options &options) {
 }
 
 std::string octets_fault(const std::string &text) {
-  return text.size() > 2 * MAX_OCTETS ? "more than 255 octets" : hex_fault(text);
+  return text.size() > 2 * MAX_STRING ? "more than 255 octets" : hex_fault(text);
 }
 
 } // namespace

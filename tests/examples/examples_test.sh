@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
-# examples_test.sh FOLDER: runs the examples that were built in FOLDER and compares what they print.
+# examples_test.sh FOLDER [EMULATOR...]: runs the examples that were built in FOLDER and compares
+# what they print.
 set -euo pipefail
 cd "$1"
+emulator=("${@:2}")
 
-diff -u <(timeout 60 ./work_queue) - <<'END'
+diff -u <(timeout 60 "${emulator[@]}" ./work_queue) - <<'END'
 worker: one
 worker: two
 worker: three
@@ -13,9 +15,9 @@ END
 folder=$(mktemp -d)
 trap 'kill %1 2>/dev/null || true; rm -rf "$folder"' EXIT
 name=${folder#/}/socket
-timeout 60 ./named_socket_server "$name" &
+timeout 60 "${emulator[@]}" ./named_socket_server "$name" &
 ask() {
-  timeout 10 ./named_socket_client "$name" "$1"
+  timeout 10 "${emulator[@]}" ./named_socket_client "$name" "$1"
 }
 for ((i = 0; i < 100; i++)); do # the server may still be on its way
   answer=$(ask 'Grüße') && break

@@ -5,15 +5,15 @@
 
 namespace {
 
-std::unique_ptr<uint8_t[]> block; // the octets of the last call
+std::unique_ptr<uint8_t[]> dumped; // the octets of the last call
 
 } // namespace
 
 template <>
 const uint8_t *argument(const json &value) {
   const std::vector<uint8_t> data = octets(value);
-  block = exact_octets(data);
-  return block.get();
+  dumped = exact_octets(data);
+  return dumped.get();
 }
 
 namespace {

@@ -81,12 +81,12 @@ std::string text_of_units(octet_string src, bool behind_language) {
   if (behind_language && src.size() > 1) {
     std::swap(src[0], src[1]);
   }
-  std::vector<uint16_t> units;
+  std::vector<uint16_t> whole;
   for (size_t i = 0; i + 1 < src.size(); i += 2) {
-    units.push_back(static_cast<uint16_t>(src[i] << 8 | src[i + 1]));
+    whole.push_back(static_cast<uint16_t>(src[i] << 8 | src[i + 1]));
   }
-  std::vector<char> text(units.size() * 3 + 1);
-  kest_convert_ucs2_to_utf8(units.data(), static_cast<uint16_t>(2 * units.size()), text.data());
+  std::vector<char> text(whole.size() * 3 + 1);
+  kest_convert_ucs2_to_utf8(whole.data(), static_cast<uint16_t>(2 * whole.size()), text.data());
   return text.data();
 }
 

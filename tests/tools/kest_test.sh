@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# kest_test.sh KEST: the host program as its users call it. Output, errors and exit statuses.
+# kest_test.sh KEST...: the host program as its users call it. Output, errors and exit statuses.
+# KEST is a command: an emulator may stand ahead of the program.
 set -uo pipefail
-kest=$1
+kest=("$@")
 failed=0
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -12,7 +13,7 @@ expect() {
   local status=$1 output=$2 error=$3
   shift 3
   local got
-  got=$("$kest" "$@" 2>"$folder/stderr")
+  got=$("${kest[@]}" "$@" 2>"$folder/stderr")
   local got_status=$?
   local got_error
   got_error=$(cat "$folder/stderr")
@@ -149,13 +150,13 @@ expect 1 '' 'over 255 octets' submit --hex 1 "$(printf 'F09F9880%.0s' {1..70})"
 expect 0 $'AT+CMGS=10\n0011000181F10000AD0161' 'a receiver reads: a' submit 1 $'a\x01'
 for command in '' submit deliver cdma decode cb ussd sim log; do
   # shellcheck disable=SC2086
-  "$kest" $command --help | grep -q Usage || { echo "no help for '$command'" && failed=1; }
+  "${kest[@]}" $command --help | grep -q Usage || { echo "no help for '$command'" && failed=1; }
 done
 
 # The debug log comes back as plain text.
-"$kest" --trace "$folder/log" submit 1 --hex 41 >"$folder/out"
-"$kest" log "$folder/log" | grep -qE '^[0-9/]+ [0-9:]+, pid: *[0-9]+, kest_sms_encode_long_gw_submit_pdu_with_validity buf\[0\]: 0x41$' ||
+"${kest[@]}" --trace "$folder/log" submit 1 --hex 41 >"$folder/out"
+"${kest[@]}" log "$folder/log" | grep -qE '^[0-9/]+ [0-9:]+, pid: *[0-9]+, kest_sms_encode_long_gw_submit_pdu_with_validity buf\[0\]: 0x41$' ||
   { echo 'no such line in the log' && failed=1; }
-"$kest" log --json "$folder/log" | grep -qE '^\{"time":"[0-9/]+ [0-9:]+","pid":[0-9]+,"text":"kest_sms_encode_long_gw_submit_pdu_with_validity buf_len: 1"\}$' ||
+"${kest[@]}" log --json "$folder/log" | grep -qE '^\{"time":"[0-9/]+ [0-9:]+","pid":[0-9]+,"text":"kest_sms_encode_long_gw_submit_pdu_with_validity buf_len: 1"\}$' ||
   { echo 'no such object in the log' && failed=1; }
 exit "$failed"
