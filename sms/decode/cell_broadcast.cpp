@@ -102,8 +102,9 @@ bool write_text(kest_gw_alphabet alphabet, std::span<const uint8_t> units, char 
   return true;
 }
 
-uint32_t decode_cell_broadcast(const char *log_name, octet_reader in, char *text,
+uint32_t decode_cell_broadcast(const char *log_name, std::span<const uint8_t> data, char *text,
                                kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
+  octet_reader in = {data};
   memset(&info, 0, sizeof info); // what is between the fields as well
   const int32_t header_size = kest_sms_decode_gw_cb_header(in, info, msg_class);
   if (header_size == CB_WRONG_TYPE) {
@@ -134,12 +135,12 @@ uint32_t decode_cell_broadcast(const char *log_name, octet_reader in, char *text
 uint32_t kest_sms_decode_gw_cb_pdu(const uint8_t *cb_data, uint16_t length, char *text,
                                    kest_sms_cb_info *info) {
   kest_sms_msg_class msg_class = KEST_SMS_CLASS_NONE;
-  return decode_cell_broadcast("kest_sms_decode_gw_cb_pdu", {{cb_data, length}}, text, *info,
+  return decode_cell_broadcast("kest_sms_decode_gw_cb_pdu", {cb_data, length}, text, *info,
                                msg_class);
 }
 
 uint32_t kest_sms_decode_gw_cb_pdu_v2(const uint8_t *cb_data, uint16_t length, char *text,
                                       kest_sms_cb_info *info, kest_sms_msg_class *msg_class) {
-  return decode_cell_broadcast("kest_sms_decode_gw_cb_pdu_v2", {{cb_data, length}}, text, *info,
+  return decode_cell_broadcast("kest_sms_decode_gw_cb_pdu_v2", {cb_data, length}, text, *info,
                                *msg_class);
 }
