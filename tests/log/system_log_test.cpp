@@ -1,6 +1,8 @@
 // Both front ends of the system log.
 #include "kest/log.h"
 
+#include <thread>
+
 #include <sched.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -60,6 +62,27 @@ TEST(SystemLog, LongNamesEndWithTheBuffer) {
   log_type_str_and_level[1].name = name;
 }
 
+constexpr int LOGGERS = 8, LOGGER_LINES = 100;
+
+// log_from_threads has threads log all at once, every other one through the typed front.
+void log_from_threads() {
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < LOGGERS; ++thread) {
+    threads.emplace_back([thread] {
+      for (int line = thread * LOGGER_LINES; line < (thread + 1) * LOGGER_LINES; ++line) {
+        if (thread % 2 == 0) {
+          log_message(LOG_ERR, "load %d", line);
+        } else {
+          _tulp_pr(0, LOG_ERR, "load %d", line);
+        }
+      }
+    });
+  }
+  for (std::thread &thread : threads) {
+    thread.join();
+  }
+}
+
 // The C library's own connection, in a process whose root directory has a /dev/log of the test's.
 TEST(SystemLog, ReachesASocket) {
   const temporary_folder root;
@@ -78,21 +101,27 @@ TEST(SystemLog, ReachesASocket) {
     log_message(LOG_ERR, "plain %d", 1);
     init_tulp_syslog();
     _tulp_pr(3, LOG_WARNING, "typed %d", 2);
+    log_from_threads();
     _exit(0);
   }
-  int status = -1;
-  waitpid(child, &status, 0);
-  EXPECT_EQ(status, 0);
   std::string received;
-  char line[512];
-  for (ssize_t size; (size = recv(log, line, sizeof line, MSG_DONTWAIT)) > 0;) {
-    received += std::string(line, static_cast<size_t>(size)) + "|";
+  int status = -1;
+  for (bool running = true; running;) {
+    running = waitpid(child, &status, WNOHANG) == 0;
+    char line[512];
+    for (ssize_t size; (size = recv(log, line, sizeof line, MSG_DONTWAIT)) > 0;) {
+      received += std::string(line, static_cast<size_t>(size)) + "|";
+    }
   }
   close(log);
+  EXPECT_EQ(status, 0);
   EXPECT_TRUE(received.starts_with("<27>")) << "daemon, error: " << received;
   EXPECT_NE(received.find(" kestd[" + std::to_string(child) + "]: plain 1|"), std::string::npos);
   const size_t typed = received.find("|<132>"); // local 0, warning
   EXPECT_NE(received.find(": typed 2|", typed), std::string::npos) << received;
+  for (int i = 0; i < LOGGERS * LOGGER_LINES; ++i) {
+    EXPECT_NE(received.find(": load " + std::to_string(i) + "|"), std::string::npos) << i;
+  }
 }
 
 } // namespace
