@@ -18,6 +18,7 @@ inline std::string repeated(const std::string &text, size_t size) {
   return out;
 }
 
+// NOLINTBEGIN(cert-err58-cpp): a benchmark that lacks the memory for its texts may end
 inline const std::string ENGLISH =
     "The quick brown fox jumps over the lazy dog, and comes back at 17:45 for 3 pints. ";
 inline const std::string RUSSIAN = "Съешь же ещё этих мягких французских булок, да выпей чаю. ";
@@ -29,6 +30,7 @@ inline const std::string MIXED = ENGLISH +
                                  RUSSIAN +
                                  "我能吞下玻璃而不伤身体。我能吞下玻璃而不伤身体。 "
                                  "😀😃😎👍🏽 👋 🎉🎉 ";
+// NOLINTEND(cert-err58-cpp)
 
 // mixed_text returns about `size` bytes of it: whole characters, and no more than that.
 inline std::string mixed_text(size_t size) {

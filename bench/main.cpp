@@ -94,6 +94,7 @@ bool initialize(int argc, char **argv) {
       "--benchmark_enable_random_interleaving=true", "--benchmark_report_aggregates_only=true"};
   arguments.insert(arguments.end(), argv + 1, argv + argc);
   std::vector<char *> pointers;
+  pointers.reserve(arguments.size());
   for (std::string &argument : arguments) {
     pointers.push_back(argument.data());
   }
@@ -114,7 +115,7 @@ int main(int argc, char **argv) {
   }
   for (const job &registered : jobs) {
     benchmark::RegisterBenchmark(registered.name.c_str(), [run = registered.run](auto &state) {
-      for (auto _ : state) {
+      for ([[maybe_unused]] auto _ : state) {
         run();
       }
     });

@@ -20,9 +20,9 @@ int main(int argc, char **argv) {
   if (server < 0) {
     return 1;
   }
-  char answer[32];
   ssize_t count = -1;
   if (writen(server, argv[2], (int32_t)strlen(argv[2])) >= 0 && shutdown(server, SHUT_WR) == 0) {
+    char answer[32];
     while ((count = read(server, answer, sizeof answer)) > 0) {
       fwrite(answer, 1, (size_t)count, stdout);
     }

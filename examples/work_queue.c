@@ -35,11 +35,12 @@ static void *work(void *argument) {
 
 /* The result is 0 if the text has reached the queue. */
 static int push(orba_queue *queue, const char *text, uint32_t *size_out) {
-  char *copy = malloc(strlen(text) + 1);
+  size_t size = strlen(text) + 1;
+  char *copy = malloc(size);
   if (copy == NULL) {
     return -1;
   }
-  strcpy(copy, text);
+  memcpy(copy, text, size);
   if (orba_queue_push(queue, copy, size_out) != 0) {
     free(copy);
     return -1;

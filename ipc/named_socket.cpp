@@ -25,15 +25,20 @@ const sockaddr *generic(const sockaddr_un &address) {
   return reinterpret_cast<const sockaddr *>(&address);
 }
 
+const char *error_text() {
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): the text of an error that the system gives is a constant
+  return strerror(errno);
+}
+
 // bind_new binds a socket to a path that it clears of an old file before.
 bool bind_new(const char *log_name, const char *name, int fd, const sockaddr_un &address) {
   if (unlink(address.sun_path) < 0 && errno != ENOENT) {
     log_message(LOG_ERR, "%s: Failed to unlink old socket '%s': %s\n", log_name, name,
-                strerror(errno));
+                error_text());
     return false;
   }
   if (bind(fd, generic(address), sizeof address) < 0) {
-    log_message(LOG_ERR, "%s: Failed to bind socket '%s': %s\n", log_name, name, strerror(errno));
+    log_message(LOG_ERR, "%s: Failed to bind socket '%s': %s\n", log_name, name, error_text());
     unlink(address.sun_path);
     return false;
   }
@@ -44,7 +49,7 @@ int create(const char *log_name, const char *name, sockaddr_un *addr_out, int ty
            uid_t owner, gid_t group) {
   const int fd = socket(AF_UNIX, type, 0);
   if (fd < 0) {
-    log_message(LOG_ERR, "%s: Failed to open socket '%s': %s\n", log_name, name, strerror(errno));
+    log_message(LOG_ERR, "%s: Failed to open socket '%s': %s\n", log_name, name, error_text());
     return -1;
   }
   sockaddr_un address = {};

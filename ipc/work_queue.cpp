@@ -123,7 +123,7 @@ int32_t orba_queue_push(orba_queue *queue, void *data, void *value) {
   pthread_cond_signal(&queue->cond);
   pthread_mutex_unlock(&queue->mutex);
   if (record == nullptr) {
-    node.release(); // orba_queue_pop_done frees it
+    static_cast<void>(node.release()); // orba_queue_pop_done frees it
     return 0;
   }
   wait_until_done(*record);

@@ -139,7 +139,7 @@ int32_t log_type_level_set(uint32_t type, int32_t level) {
 }
 
 const char *get_log_fmt_status_str() {
-  static char buffer[256];
+  static char buffer[256] = "";
   status_text text{buffer};
   text.line("%2s %-16s %-12s\r\n", "id", "fmt", "status");
   for (uint32_t format = 0; format < KEST_LOG_FORMATS; ++format) {
@@ -150,7 +150,7 @@ const char *get_log_fmt_status_str() {
 }
 
 const char *get_log_type_status_str() {
-  static char buffer[1024];
+  static char buffer[1024] = "";
   status_text text{buffer};
   text.line("%2s %-16s %-10s %-12s\r\n", "id", "type", "status", "level");
   for (uint32_t type = 0; type < KEST_LOG_TYPES; ++type) {

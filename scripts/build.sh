@@ -23,6 +23,15 @@ need_packages() {
 
 BUILD_PACKAGES=(cmake g++ ninja-build libcli11-dev nlohmann-json3-dev)
 
+# configure PRESET: does no more than that, and tells of it only if it fails.
+configure() {
+  mkdir -p build
+  if ! cmake --preset "$1" >"build/$1.log" 2>&1; then
+    cat "build/$1.log"
+    return 1
+  fi
+}
+
 # build PRESET OPTION...: configures with the options and builds; tells of it only if that fails.
 build() {
   local preset=$1

@@ -143,7 +143,7 @@ uint32_t kest_unpack_ussd_septets(uint8_t *dst, const uint8_t *src, uint16_t src
   }
   const size_t groups = src_len == 0 ? 0 : (src_len - 1u) / GROUP_OCTETS; // the last may be padded
   unpack_groups(src, groups, dst);
-  uint32_t out = static_cast<uint32_t>(groups * GROUP_SEPTETS);
+  auto out = static_cast<uint32_t>(groups * GROUP_SEPTETS);
   unsigned previous = 0;
   for (size_t i = groups * GROUP_OCTETS; i < src_len; ++i) {
     const unsigned octet = src[i];

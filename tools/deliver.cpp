@@ -27,7 +27,8 @@ std::string current_timestamp() {
   localtime_r(&now, &local);
   char date[32];
   strftime(date, sizeof date, "%Y/%m/%d,%H:%M:%S", &local);
-  const long quarters = local.tm_gmtoff / (15 * 60);
+  constexpr long QUARTER = 900; // seconds
+  const long quarters = local.tm_gmtoff / QUARTER;
   char zone[24];
   snprintf(zone, sizeof zone, "%+03ld", quarters);
   return std::string(date) + zone;

@@ -1,5 +1,6 @@
 // kest log: a debug log file as plain text.
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -27,13 +28,13 @@ std::string plain_text(std::string record) {
 }
 
 void print_as_json(const std::string &record) {
-  char time[20] = "";
-  int pid = 0, prefix_size = 0;
-  sscanf(record.c_str(), "%19[0-9/: ], pid:%d,%n", time, &pid, &prefix_size);
+  char time[20] = "", pid[11] = "";
+  int prefix_size = 0;
+  sscanf(record.c_str(), "%19[0-9/: ], pid: %10[0-9],%n", time, pid, &prefix_size);
   const auto text_at = static_cast<size_t>(prefix_size) + 1; // behind a blank
   if (prefix_size > 0 && text_at <= record.size()) {
     const std::string text = record.substr(text_at);
-    print_json({{"time", time}, {"pid", pid}, {"text", text}});
+    print_json({{"time", time}, {"pid", strtol(pid, nullptr, 10)}, {"text", text}});
   } else { // no record of this library's
     print_json({{"time", nullptr}, {"pid", nullptr}, {"text", record}});
   }

@@ -17,6 +17,7 @@ void trace_to(const std::string &path) {
 
 } // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): anything else that is thrown is to end the program
 int main(int argc, char **argv) {
   constexpr int FAILURE = 1;
   constexpr int BAD_USAGE = 2;

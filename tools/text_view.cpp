@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
@@ -140,7 +141,8 @@ std::string decoded_text(const std::string &hex) {
 }
 
 std::string readable_time(const std::string &timestamp) {
-  const int quarters = atoi(timestamp.c_str() + 20);
+  int quarters = 0;
+  std::from_chars(timestamp.data() + 20, timestamp.data() + timestamp.size(), quarters);
   char zone[24];
   snprintf(zone, sizeof zone, " %c%02d:%02d", timestamp[19], quarters / 4, quarters % 4 * 15);
   return timestamp.substr(0, 10) + " " + timestamp.substr(11, 8) + zone;

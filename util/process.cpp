@@ -40,6 +40,7 @@ int32_t kest_get_pid_by_name(const char *name) {
     return UNREADABLE;
   }
   int32_t result = NOT_FOUND;
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): the directory is open for this call alone
   while (const dirent *entry = readdir(proc)) {
     long pid = 0;
     if (read_pid(entry->d_name, pid) && runs_under(pid, name)) {

@@ -31,7 +31,7 @@ std::string deliver(const std::string &text) {
 // bit reference.
 std::string ucs2_segment() {
   return compact("07919461009122F9 44 0D91945111325476F8 00 08 62113260609340 8C 050003A70201") +
-         repeated("621180FD541E4E0B73BB7483800C4E0D4F248EAB4F533002", 4 * 67);
+         repeated("621180FD541E4E0B73BB7483800C4E0D4F248EAB4F533002", size_t{4} * 67);
 }
 
 work decode_deliver(const std::string &pdu) {

@@ -16,7 +16,7 @@ std::string printed(const call &run) {
   run();
   fclose(stdout);
   stdout = before;
-  const std::string out(text, size);
+  std::string out(text, size);
   free(text);
   return out;
 }
@@ -25,7 +25,7 @@ std::string printed(const call &run) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   const std::string rest = text_of({data, size});
-  const std::string title = rest.c_str();
+  const std::string title = c_text(rest);
   const std::string text = rest.substr(std::min(title.size() + 1, size));
   const auto length = static_cast<int32_t>(text.size());
   const auto heading = exact_text(title);

@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   }
   log_level = data[0] % 2 != 0 ? KEST_LOG_ERROR : 0; // there is no log file
   const std::span<const uint8_t> octets(data + 2, size - 2);
-  const std::string text = text_of(octets).c_str();
+  const std::string text = c_text(text_of(octets));
   to_octets(text, capacity((text.size() + 1) / 2, data[1]));
   const uint16_t room = capacity(2 * octets.size() + 1, data[1]);
   const std::string lower = to_text(octets, room, kest_binary_to_hexstring);

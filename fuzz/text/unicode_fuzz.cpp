@@ -52,7 +52,7 @@ void from_utf8(const std::string &text, uint16_t limit) {
 void from_units(const utf16 &units, size_t odd) {
   const std::string text = to_utf8(units, odd);
   const utf16 whole(units.begin(), std::find(units.begin(), units.end(), 0));
-  const utf16 back = to_units(text.c_str(), static_cast<uint16_t>(2 * units.size()));
+  const utf16 back = to_units(c_text(text), static_cast<uint16_t>(2 * units.size()));
   require(back.size() <= whole.size() && std::equal(back.begin(), back.end(), whole.begin()));
   require(back.size() == whole.size() || (whole[back.size()] & 0xF800) == 0xD800);
 }
@@ -82,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   }
   const auto room = static_cast<uint16_t>((data[0] << 8 | data[1]) % 1024);
   const std::span<const uint8_t> octets(data + 2, size - 2);
-  from_utf8(text_of(octets).c_str(), room);
+  from_utf8(c_text(text_of(octets)), room);
   utf16 units(octets.size() / 2);
   std::copy_n(octets.data(), 2 * units.size(), reinterpret_cast<uint8_t *>(units.data()));
   from_units(units, octets.size() % 2);

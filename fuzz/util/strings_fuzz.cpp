@@ -5,7 +5,7 @@
 #include "tests/support/octets.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-  const std::string text = text_of({data, size}).c_str();
+  const std::string text = c_text(text_of({data, size}));
   char *out = nullptr;
   const auto count = static_cast<size_t>(kest_remove_quotation_mark(exact_text(text).get(), &out));
   const std::unique_ptr<char, decltype(&free)> block(out, &free);

@@ -76,7 +76,7 @@ constexpr std::array<element, 0x21> ELEMENTS = [] {
   return elements;
 }();
 
-const element &element_of(uint8_t iei) {
+element element_of(uint8_t iei) {
   return iei < ELEMENTS.size() ? ELEMENTS[iei] : UNKNOWN_ELEMENT;
 }
 
@@ -156,7 +156,7 @@ void walk_elements(octet_reader data, size_t header_length, header_targets out) 
     const uint8_t length = read_octet(data);
     index += 2;
     out.udh.iei = iei;
-    const element &row = element_of(iei);
+    const element row = element_of(iei);
     if (!length_fits(row, length)) {
       kest_log(log_level & KEST_LOG_ERROR, "%s UDH invalid data length = %d !!!\n", NAME, length);
       return;

@@ -109,6 +109,7 @@ uint32_t kest_sms_encode_deliver(const deliver_message &message, pdu_buffer pdu)
   message_text text;
   kest_sms_take_text(content.log_name, content.text, content.is_hex, text);
   octet_writer out{pdu.octets, KEST_SMS_DELIVER_PDU_SIZE};
+  // cppcheck-suppress badBitmaskCheck ; TP_MTI_DELIVER is 0, and stands here as the field it is
   put_octet(out, TP_MTI_DELIVER | flag(message.reply_path, TP_RP) |
                      flag(content.header.has_value(), TP_UDHI));
   if (!put_address(out, content)) {

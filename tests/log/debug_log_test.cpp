@@ -23,7 +23,7 @@ TEST(DebugLog, RecordIsExactToTheByte) {
   unsetenv("TZ");
   std::vector<std::string> possible;
   for (time_t t = before; t <= after; ++t) {
-    const time_t local = t + (5 * 60 + 30) * 60;
+    const time_t local = t + 19800;
     char record[128];
     const size_t size = strftime(record, sizeof record, "%Y/%m/%d %H:%M:%S, pid:", gmtime(&local));
     snprintf(record + size, sizeof record - size, "%5d, ab\n", getpid());
@@ -112,7 +112,8 @@ TEST(DebugLog, ThreadsLoseAndMixNothing) {
   }
   log_lines lines = log.lines();
   // The lines of one thread stand in their order; only threads interleave.
-  std::stable_sort(lines.begin(), lines.end(), [](auto &a, auto &b) { return a[0] < b[0]; });
+  std::stable_sort(lines.begin(), lines.end(),
+                   [](const auto &a, const auto &b) { return a[0] < b[0]; });
   EXPECT_EQ(lines, expected);
 }
 

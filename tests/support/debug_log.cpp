@@ -40,9 +40,10 @@ log_lines debug_log::lines(const char *suffix) const {
     for (char &c : record) {
       c = static_cast<char>(~c);
     }
-    int pid = 0, size = 0;
-    sscanf(record.c_str(), "%*4d/%*2d/%*2d %*2d:%*2d:%*2d, pid:%d,%n", &pid, &size);
-    const bool whole = size > 0 && pid == getpid() && !file.eof();
+    char pid[11] = "";
+    int size = 0;
+    sscanf(record.c_str(), "%*4d/%*2d/%*2d %*2d:%*2d:%*2d, pid: %10[0-9],%n", pid, &size);
+    const bool whole = size > 0 && pid == std::to_string(getpid()) && !file.eof();
     record.erase(0, static_cast<size_t>(size) + 1); // and a blank
     if (record.ends_with('\n')) {
       record.pop_back();

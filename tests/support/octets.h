@@ -56,6 +56,13 @@ inline std::string hex(std::string_view text) {
   return hex(bytes(text));
 }
 
+// same_octets compares two records octet for octet, with those between their members.
+template <class record>
+bool same_octets(const record &a, const record &b) {
+  const auto *first = reinterpret_cast<const uint8_t *>(&a);
+  return std::equal(first, first + sizeof a, reinterpret_cast<const uint8_t *>(&b));
+}
+
 // exact_text is `text` in a heap block of its size and a terminator, so that the address sanitizer
 // sees the first byte that is read behind it.
 inline std::unique_ptr<char[]> exact_text(const std::string &text) {

@@ -39,7 +39,7 @@ TEST(Septets, EveryCountShiftAndLimit) {
     for (uint16_t fill = 0; fill <= 6; ++fill) {
       octet_string septets = some_septets(count);
       octet_string packed = packed_by_bits(septets, fill);
-      for (uint16_t limit = 1; limit <= packed.size() + 1; ++limit) {
+      for (uint16_t limit = 1; limit <= uint16_t(packed.size() + 1); ++limit) {
         SCOPED_TRACE(testing::Message() << count << ' ' << fill << ' ' << limit);
         octet_string out(std::min<size_t>(limit, packed.size()));
         const uint16_t shift = fill == 0 && count % 2 == 0 ? 7 : fill; // 7 is 0

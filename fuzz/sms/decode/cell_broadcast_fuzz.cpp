@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   const cb_outputs second = decode_cb(CB_DECODERS[1], octets);
   const kest_sms_cb_info &info = first.info;
   require(first.result <= 1 && first.result == second.result && first.text == second.text);
-  require(memcmp(&info, &second.info, sizeof info) == 0);
+  require(same_octets(info, second.info));
   require(second.msg_class <= KEST_SMS_CLASS_NONE);
   require(info.format >= KEST_CB_FORMAT_GSM && info.format <= KEST_CB_FORMAT_ETWS_PRIMARY);
   require(info.alphabet <= KEST_GW_ALPHABET_UCS2 && info.language < 0x40);

@@ -62,7 +62,8 @@ sms_outputs check_back(const sms_decoder &d, const pdu &message, const std::stri
                        const shown_text &text, bool all) {
   sms_outputs out;
   require(d.decode(("00" + hex(message)).c_str(), out, &out.udh) == 1);
-  const bool plain = number.find_first_not_of("0123456789*#", number[0] == '+') == number.npos;
+  const bool plain =
+      number.find_first_not_of("0123456789*#", number[0] == '+') == std::string::npos;
   require(!plain || out.address.data() == number);
   const std::string back = text_of(octets(out.userdata.data()));
   require(text.text.starts_with(back));
@@ -125,7 +126,7 @@ void long_message(const std::string &number, const std::string &text, uint32_t i
     const shown_text expected = shown(octets_of(part, is_hex));
     // A segment may be refused if its own alphabet makes it longer, if it is cut at 255 octets, or
     // if it ends within a sequence.
-    const bool refusable = !expected.whole || part.size() > 255u * (is_hex + 1) ||
+    const bool refusable = !expected.whole || part.size() > size_t{255} * (is_hex + 1) ||
                            segments_of(part, is_hex).size() > 1;
     for (const bool submit : {false, true}) {
       const pdu message = segment_pdu(submit, exact_number.get(), part, is_hex, total, sequence);
@@ -147,8 +148,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     return 0;
   }
   const std::string rest = text_of({data + 1, size - 1});
-  const std::string number = rest.c_str();
-  const std::string text = rest.substr(std::min(number.size() + 1, rest.size())).c_str();
+  const std::string number = c_text(rest);
+  const std::string text = c_text(rest.substr(std::min(number.size() + 1, rest.size())));
   const uint32_t is_hex = data[0] & 1;
   single_messages(number, text, data[0]);
   service_centre(number, 2 + data[0] % 16u);
