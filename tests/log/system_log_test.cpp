@@ -67,6 +67,7 @@ constexpr int LOGGERS = 8, LOGGER_LINES = 100;
 // log_from_threads has threads log all at once, every other one through the typed front.
 void log_from_threads() {
   std::vector<std::thread> threads;
+  threads.reserve(LOGGERS);
   for (int thread = 0; thread < LOGGERS; ++thread) {
     threads.emplace_back([thread] {
       for (int line = thread * LOGGER_LINES; line < (thread + 1) * LOGGER_LINES; ++line) {
