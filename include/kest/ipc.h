@@ -1,4 +1,5 @@
-// kest/ipc.h: a work queue between threads, named local sockets, and sockets in general.
+/// @file
+/// kest/ipc.h: a work queue between threads, named local sockets, and sockets in general.
 #ifndef KEST_IPC_H
 #define KEST_IPC_H
 
@@ -13,142 +14,157 @@
 extern "C" {
 #endif
 
-// The work queue carries pointers from producer threads to consumer threads, first in, first out,
-// without a limit to their number. A producer can push and go on, or push with a value and wait
-// until a consumer is done with the element. Who pops an element owns its `data`, and gives its
-// node to orba_queue_pop_done exactly once: a node that never gets there is lost, and its pusher
-// waits forever. Any number of threads may call these functions at once, all but orba_queue_init;
-// none of them may be cancelled (pthread_cancel) in such a call. No pointer may be null but `data`
-// and `value`.
+/// @defgroup kest_queue Work queue between threads
+/// The work queue carries pointers from producer threads to consumer threads, first in, first out,
+/// without a limit to their number. A producer can push and go on, or push with a value and wait
+/// until a consumer is done with the element. Who pops an element owns its `data`, and gives its
+/// node to orba_queue_pop_done exactly once: a node that never gets there is lost, and its pusher
+/// waits forever. Any number of threads may call these functions at once, all but orba_queue_init;
+/// none of them may be cancelled (pthread_cancel) in such a call. No pointer may be null but `data`
+/// and `value`.
+/// @{
 
 // The fields of the three records are the queue's own: a host gives the memory of an orba_queue,
 // and carries node pointers from a pop to orba_queue_pop_done.
 
-// orba_queue_sync is where a waiting pusher and a consumer meet.
+/// orba_queue_sync is where a waiting pusher and a consumer meet. Its fields are the queue's own.
 typedef struct orba_queue_sync {
-  pthread_mutex_t mutex;  // guards `done`; the pusher holds it from before the push to its wait
-  pthread_cond_t cond;    // `done` has become 1
-  void *value;            // what the pusher gave, not null
-  int32_t done;           // 1: the consumer is done with the element
-  pthread_mutex_t in_use; // the consumer's, until it has touched the record for the last time
+  pthread_mutex_t mutex;  ///< guards `done`; the pusher holds it from before the push to its wait
+  pthread_cond_t cond;    ///< `done` has become 1
+  void *value;            ///< what the pusher gave, not null
+  int32_t done;           ///< 1: the consumer is done with the element
+  pthread_mutex_t in_use; ///< the consumer's, until it has touched the record for the last time
 } orba_queue_sync;
 
-// orba_queue_node is one element.
+/// orba_queue_node is one element. Its fields are the queue's own: a host carries a pointer to it
+/// from a pop to orba_queue_pop_done.
 typedef struct orba_queue_node {
-  struct orba_queue_node *next; // the next newer one, or null
-  void *data;                   // the caller's
-  orba_queue_sync *sync;        // null if nobody waits for the element
+  struct orba_queue_node *next; ///< the next newer one, or null
+  void *data;                   ///< the caller's
+  orba_queue_sync *sync;        ///< null if nobody waits for the element
 } orba_queue_node;
 
-// orba_queue stands in memory of the caller's, who keeps it as long as a thread may use it. There
-// is no function that ends it.
+/// orba_queue stands in memory of the caller's, who keeps it as long as a thread may use it. Its
+/// fields are the queue's own. There is no function that ends it.
 typedef struct orba_queue {
-  pthread_mutex_t mutex; // guards the fields below
-  pthread_cond_t cond;   // elements have arrived
-  orba_queue_node *head; // the oldest, null if there is none
-  orba_queue_node *tail; // the newest; of no meaning while `head` is null
-  uint32_t count;        // elements
+  pthread_mutex_t mutex; ///< guards the fields below
+  pthread_cond_t cond;   ///< elements have arrived
+  orba_queue_node *head; ///< the oldest, null if there is none
+  orba_queue_node *tail; ///< the newest; of no meaning while `head` is null
+  uint32_t count;        ///< elements
 } orba_queue;
 
-// orba_queue_init makes an empty queue, and returns 0. It comes before all others.
+/// orba_queue_init makes an empty queue, and returns 0. It comes before all others.
 KEST_API int32_t orba_queue_init(orba_queue *queue);
 
-// orba_queue_push appends `data` and wakes one waiting consumer. With a null `value` it returns at
-// once. Any other `value` reaches the consumer beside `data`, and the call returns after
-// orba_queue_pop_done for this element. The result is 0; or -1 without memory, then nothing is
-// queued and `data` and `value` remain the caller's. NOTE: a flush ends the wait as well, with the
-// result 0, and has freed `value` then. So a value that the pusher keeps, as a result on its stack,
-// is only for queues that are never flushed.
+/// orba_queue_push appends `data` and wakes one waiting consumer. With a null `value` it returns at
+/// once. Any other `value` reaches the consumer beside `data`, and the call returns after
+/// orba_queue_pop_done for this element. The result is 0; or -1 without memory, then nothing is
+/// queued and `data` and `value` remain the caller's. NOTE: a flush ends the wait as well, with the
+/// result 0, and has freed `value` then. So a value that the pusher keeps, as a result on its
+/// stack, is only for queues that are never flushed.
 KEST_API int32_t orba_queue_push(orba_queue *queue, void *data, void *value);
 
-// orba_queue_pop takes the oldest element, waiting for one if there is none. It returns the
-// element's data and stores its value, null if nobody waits for it, and its node, for
-// orba_queue_pop_done.
+/// orba_queue_pop takes the oldest element, waiting for one if there is none. It returns the
+/// element's data and stores its value, null if nobody waits for it, and its node, for
+/// orba_queue_pop_done.
 KEST_API void *orba_queue_pop(orba_queue *queue, void **value_out, orba_queue_node **node_out);
 
-// orba_queue_pop_without_cond_wait does so without waiting for an element: on an empty queue the
-// result is null, and both outputs are untouched. Clear `node_out` before to tell an empty queue
-// from an element whose data is null.
+/// orba_queue_pop_without_cond_wait does so without waiting for an element: on an empty queue the
+/// result is null, and both outputs are untouched. Clear `node_out` before to tell an empty queue
+/// from an element whose data is null.
 KEST_API void *orba_queue_pop_without_cond_wait(orba_queue *queue, void **value_out,
                                                 orba_queue_node **node_out);
 
-// orba_queue_trypop does not wait for the queue's mutex either: while another thread holds it, the
-// result is that of an empty queue.
+/// orba_queue_trypop does not wait for the queue's mutex either: while another thread holds it, the
+/// result is that of an empty queue.
 KEST_API void *orba_queue_trypop(orba_queue *queue, void **value_out, orba_queue_node **node_out);
 
-// orba_queue_pop_done ends the work on an element: the node, which a pop gave, is gone with it. The
-// element's pusher, if it waits, goes on. The call may block for the short time that the pusher is
-// on its way from its push to its wait.
+/// orba_queue_pop_done ends the work on an element: the node, which a pop gave, is gone with it.
+/// The element's pusher, if it waits, goes on. The call may block for the short time that the
+/// pusher is on its way from its push to its wait.
 KEST_API void orba_queue_pop_done(orba_queue_node *node);
 
-// orba_queue_push_queue moves all elements of `source` behind those of `target`, another queue, in
-// their order, and wakes one consumer that waits for `target`, however many there are. NOTE:
-// threads whose moves at the same time form a ring, as two in opposite directions between the same
-// two queues, can block each other forever.
+/// orba_queue_push_queue moves all elements of `source` behind those of `target`, another queue, in
+/// their order, and wakes one consumer that waits for `target`, however many there are. NOTE:
+/// threads whose moves at the same time form a ring, as two in opposite directions between the same
+/// two queues, can block each other forever.
 KEST_API void orba_queue_push_queue(orba_queue *target, orba_queue *source);
 
-// orba_queue_flush_without_cond_wait empties the queue. It frees the data and the value of each
-// element with `free`, so that each has to be a block of its own from `malloc`, or null. Pushers
-// that wait for one of these elements go on.
+/// orba_queue_flush_without_cond_wait empties the queue. It frees the data and the value of each
+/// element with `free`, so that each has to be a block of its own from `malloc`, or null. Pushers
+/// that wait for one of these elements go on.
 KEST_API void orba_queue_flush_without_cond_wait(orba_queue *queue);
 
-// orba_queue_length returns how many elements there are. It takes no mutex: other threads may have
-// changed the number by the time that the caller looks at it.
+/// orba_queue_length returns how many elements there are. It takes no mutex: other threads may have
+/// changed the number by the time that the caller looks at it.
 KEST_API uint32_t orba_queue_length(const orba_queue *queue);
 
-// Named local sockets (AF_UNIX). A name has no leading slash; the socket is the file of that name
-// under the root directory, whatever the working directory: "run/kest/at" is /run/kest/at. A path
-// is cut behind its 107th character. All steps and failures are told through log_message (log.h).
-// `type` goes to `socket` as it is: SOCK_STREAM or SOCK_DGRAM, to which SOCK_CLOEXEC and
-// SOCK_NONBLOCK may be added. Results are descriptors, which the caller closes, or -1; then no
-// descriptor stays open, and `errno` has no meaning. Any thread may call these functions.
+/// @}
 
-// writen writes the `n` octets of `buf`, however many calls of `write` that takes, and returns `n`.
-// Interruptions by signals do not count. Any other failure gives -1, with `errno` as `write` left
-// it; a part may have been written. An `n` of 0 or below writes nothing. NOTE: to write to a peer
-// that has gone raises SIGPIPE, unless the host ignores it.
+/// @defgroup kest_named_sockets Named local sockets
+/// Named local sockets (AF_UNIX). A name has no leading slash; the socket is the file of that name
+/// under the root directory, whatever the working directory: "run/kest/at" is /run/kest/at. A path
+/// is cut behind its 107th character. All steps and failures are told through log_message (log.h).
+/// `type` goes to `socket` as it is: SOCK_STREAM or SOCK_DGRAM, to which SOCK_CLOEXEC and
+/// SOCK_NONBLOCK may be added. Results are descriptors, which the caller closes, or -1; then no
+/// descriptor stays open, and `errno` has no meaning. Any thread may call these functions.
+/// @{
+
+/// writen writes the `n` octets of `buf`, however many calls of `write` that takes, and returns
+/// `n`. Interruptions by signals do not count. Any other failure gives -1, with `errno` as `write`
+/// left it; a part may have been written. An `n` of 0 or below writes nothing. NOTE: to write to a
+/// peer that has gone raises SIGPIPE, unless the host ignores it.
 KEST_API int32_t writen(int fd, const void *buf, int32_t n);
 
-// connect_socket_server connects to a socket whose file the process's real user may read.
+/// connect_socket_server connects to a socket whose file the process's real user may read.
 KEST_API int connect_socket_server(const char *name, int type);
 
-// create_socket binds a new socket and gives its file an owner, a group and a mode, as `chown` and
-// `chmod` take them, without a report if these two fail. Whatever file has that name is removed
-// before; a directory is not, and gives -1. A stream server calls `listen` itself. NOTE: until the
-// mode is set the file has that of the process's umask.
+/// create_socket binds a new socket and gives its file an owner, a group and a mode, as `chown` and
+/// `chmod` take them, without a report if these two fail. Whatever file has that name is removed
+/// before; a directory is not, and gives -1. A stream server calls `listen` itself. NOTE: until the
+/// mode is set the file has that of the process's umask.
 KEST_API int create_socket(const char *name, int type, mode_t mode, uid_t owner, gid_t group);
 
-// create_socket_addr does so and stores the address that it bound in `addr_out`; on failure it
-// leaves `addr_out` as it was.
+/// create_socket_addr does so and stores the address that it bound in `addr_out`; on failure it
+/// leaves `addr_out` as it was.
 KEST_API int create_socket_addr(const char *name, struct sockaddr_un *addr_out, int type,
                                 mode_t mode, uid_t owner, gid_t group);
 
-// Flags of usock. The low octet is the type, SOCK_DGRAM if it is not 0; the others are bits.
+/// @}
+
+/// @defgroup kest_usock Sockets by host and service
+/// Stream and datagram sockets by host and service, or by path.
+/// @{
+
+/// Flags of usock. The low octet is the type, SOCK_DGRAM if it is not 0; the others are bits.
 enum {
-  USOCK_FLAG_STREAM = 0,
-  USOCK_FLAG_DATAGRAM = 1,
-  USOCK_FLAG_SERVER = 0x0100,       // bind, and listen with a backlog of 128; otherwise connect
-  USOCK_FLAG_KEEP_ON_EXEC = 0x0200, // without FD_CLOEXEC
-  USOCK_FLAG_NONBLOCKING = 0x0400,  // O_NONBLOCK on the finished descriptor
-  USOCK_FLAG_NUMERIC_HOST = 0x0800, // the host is a numeric address
-  USOCK_FLAG_IPV6 = 0x2000,         // IPv6 alone, also together with the next one
-  USOCK_FLAG_IPV4 = 0x4000,         // IPv4 alone
-  USOCK_FLAG_LOCAL_PATH = 0x8000    // the host is the path of a local socket
+  USOCK_FLAG_STREAM = 0,            ///< SOCK_STREAM
+  USOCK_FLAG_DATAGRAM = 1,          ///< SOCK_DGRAM
+  USOCK_FLAG_SERVER = 0x0100,       ///< bind, and listen with a backlog of 128; otherwise connect
+  USOCK_FLAG_KEEP_ON_EXEC = 0x0200, ///< without FD_CLOEXEC
+  USOCK_FLAG_NONBLOCKING = 0x0400,  ///< O_NONBLOCK on the finished descriptor
+  USOCK_FLAG_NUMERIC_HOST = 0x0800, ///< the host is a numeric address
+  USOCK_FLAG_IPV6 = 0x2000,         ///< IPv6 alone, also together with the next one
+  USOCK_FLAG_IPV4 = 0x4000,         ///< IPv4 alone
+  USOCK_FLAG_LOCAL_PATH = 0x8000    ///< the host is the path of a local socket
 };
 
-// usock opens a socket for a host and a service, as `getaddrinfo` takes them; one of the two may be
-// null. Of their addresses it takes the first that can be bound or connected; only those of
-// families that the machine has configured count (AI_ADDRCONFIG). With USOCK_FLAG_LOCAL_PATH `host`
-// is a path of 1 to 107 characters, taken as it is, and `service` and the flags of addresses do not
-// count; a server fails if the file is there already.
-//
-// The result is a descriptor, which the caller closes, or -1. `errno` then tells why the last step
-// failed, EINVAL for a path too long, unless the names did not resolve. Any thread may call it.
-//
-// NOTE: A client connects blocking, also with USOCK_FLAG_NONBLOCKING, and FD_CLOEXEC comes last: a
-// child that is made meanwhile inherits the descriptor. For a datagram client any address will do,
-// whether a server is there or not; name a host or a family where both are possible.
+/// usock opens a socket for a host and a service, as `getaddrinfo` takes them; one of the two may
+/// be null. Of their addresses it takes the first that can be bound or connected; only those of
+/// families that the machine has configured count (AI_ADDRCONFIG). With USOCK_FLAG_LOCAL_PATH
+/// `host` is a path of 1 to 107 characters, taken as it is, and `service` and the flags of
+/// addresses do not count; a server fails if the file is there already.
+///
+/// The result is a descriptor, which the caller closes, or -1. `errno` then tells why the last step
+/// failed, EINVAL for a path too long, unless the names did not resolve. Any thread may call it.
+///
+/// NOTE: A client connects blocking, also with USOCK_FLAG_NONBLOCKING, and FD_CLOEXEC comes last: a
+/// child that is made meanwhile inherits the descriptor. For a datagram client any address will do,
+/// whether a server is there or not; name a host or a family where both are possible.
 KEST_API int usock(uint32_t flags, const char *host, const char *service);
+
+/// @}
 
 #ifdef __cplusplus
 }

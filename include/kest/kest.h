@@ -1,4 +1,5 @@
-// kest/kest.h: everything that the library offers.
+/// @file
+/// kest/kest.h: everything that the library offers.
 #ifndef KEST_KEST_H
 #define KEST_KEST_H
 

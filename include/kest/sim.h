@@ -1,8 +1,12 @@
-// kest/sim.h: what a SIM tells of a file in its answer to GET RESPONSE or SELECT.
-//
-// Both generations of cards give the same record: the answer of a 2G SIM (ETSI TS 51.011, clause
-// 9.2.1) and the FCP template of a 3G UICC (ETSI TS 102 221, clause 11.1.1.3). Nothing here
-// allocates, logs or keeps a state; any thread may call these functions.
+/// @file
+/// kest/sim.h: what a SIM tells of a file in its answer to GET RESPONSE or SELECT.
+
+/// @defgroup kest_sim What a SIM tells of a file
+///
+/// Both generations of cards give the same record: the answer of a 2G SIM (ETSI TS 51.011, clause
+/// 9.2.1) and the FCP template of a 3G UICC (ETSI TS 102 221, clause 11.1.1.3). Nothing here
+/// allocates, logs or keeps a state; any thread may call these functions.
+/// @{
 #ifndef KEST_SIM_H
 #define KEST_SIM_H
 
@@ -14,87 +18,92 @@
 extern "C" {
 #endif
 
-// kest_sim_access_method is how the keys of an access rule stand to each other.
+/// kest_sim_access_method is how the keys of an access rule stand to each other.
 typedef uint32_t kest_sim_access_method;
+/// Values of kest_sim_access_method.
 enum {
-  KEST_SIM_ACCESS_ALWAYS = 0, // no condition
-  KEST_SIM_ACCESS_NEVER = 1,  // not allowed; also whatever is not understood
-  KEST_SIM_ACCESS_AND = 2,    // all keys are needed
-  KEST_SIM_ACCESS_OR = 3,     // any of the keys is enough; also one key of the compact format
-  KEST_SIM_ACCESS_SINGLE = 4  // one key is needed
+  KEST_SIM_ACCESS_ALWAYS = 0, ///< no condition
+  KEST_SIM_ACCESS_NEVER = 1,  ///< not allowed; also whatever is not understood
+  KEST_SIM_ACCESS_AND = 2,    ///< all keys are needed
+  KEST_SIM_ACCESS_OR = 3,     ///< any of the keys is enough; also one key of the compact format
+  KEST_SIM_ACCESS_SINGLE = 4  ///< one key is needed
 };
 
-// The keys of an access rule, as bits of its mask. All application PINs share one bit, and so do
-// all second application PINs.
+/// The keys of an access rule, as bits of its mask. All application PINs share one bit, and so do
+/// all second application PINs.
 enum {
-  KEST_SIM_KEY_PIN = 0x0001,  // application PIN 1 to 8; 2G: CHV1
-  KEST_SIM_KEY_PIN2 = 0x0002, // second application PIN 1 to 8; 2G: CHV2
-  KEST_SIM_KEY_UNIVERSAL_PIN = 0x0004,
-  KEST_SIM_KEY_ADM1 = 0x0010,  // the administrative keys ADM1 to ADM10 follow each other
-  KEST_SIM_KEY_ADM10 = 0x2000, // the last of 3G
-  KEST_SIM_KEY_ADM11 = 0x4000  // 2G: access condition 14
+  KEST_SIM_KEY_PIN = 0x0001,           ///< application PIN 1 to 8; 2G: CHV1
+  KEST_SIM_KEY_PIN2 = 0x0002,          ///< second application PIN 1 to 8; 2G: CHV2
+  KEST_SIM_KEY_UNIVERSAL_PIN = 0x0004, ///< the universal PIN of a UICC
+  KEST_SIM_KEY_ADM1 = 0x0010,          ///< the administrative keys ADM1 to ADM10 follow each other
+  KEST_SIM_KEY_ADM10 = 0x2000,         ///< the last of 3G
+  KEST_SIM_KEY_ADM11 = 0x4000          ///< 2G: access condition 14
 };
 
-// kest_sim_access_condition is the access rule of one operation.
+/// kest_sim_access_condition is the access rule of one operation.
 typedef struct kest_sim_access_condition {
-  kest_sim_access_method method;
-  uint64_t mask; // KEST_SIM_KEY_... bits; of a meaning with AND, OR and SINGLE alone
+  kest_sim_access_method method; ///< KEST_SIM_ACCESS_ALWAYS to KEST_SIM_ACCESS_SINGLE
+  uint64_t mask; ///< bits KEST_SIM_KEY_PIN and so on; of a meaning with AND, OR and SINGLE alone
 } kest_sim_access_condition;
 
-// kest_sim_file_type is the structure of an EF (a file with data), or a folder: DF or MF.
+/// kest_sim_file_type is the structure of an EF (a file with data), or a folder: DF or MF.
 typedef uint32_t kest_sim_file_type;
+/// Values of kest_sim_file_type.
 enum {
-  KEST_SIM_FILE_TRANSPARENT = 0,  // octets
-  KEST_SIM_FILE_CYCLIC = 1,       // records, the newest first
-  KEST_SIM_FILE_LINEAR_FIXED = 2, // records by number
-  KEST_SIM_FILE_DF = 3,
-  KEST_SIM_FILE_MF = 4 // the root
+  KEST_SIM_FILE_TRANSPARENT = 0,  ///< octets
+  KEST_SIM_FILE_CYCLIC = 1,       ///< records, the newest first
+  KEST_SIM_FILE_LINEAR_FIXED = 2, ///< records by number
+  KEST_SIM_FILE_DF = 3,           ///< a folder
+  KEST_SIM_FILE_MF = 4            ///< the root
 };
 
-// kest_sim_file_info is what is known of a file.
+/// kest_sim_file_info is what is known of a file. Clear it before each call: of what an answer does
+/// not tell, the functions below leave alone what stands there.
 typedef struct kest_sim_file_info {
-  uint16_t file_size; // octets; of a 2G MF or DF the free memory
-  uint16_t file_id;   // 0x3F00 is the MF
-  kest_sim_file_type file_type;
-  uint16_t record_length; // octets, of a cyclic or linear fixed file
-  uint16_t record_count;
-  kest_sim_access_condition read; // and search
-  kest_sim_access_condition update;
-  kest_sim_access_condition increase;
-  kest_sim_access_condition deactivate; // 2G: INVALIDATE
-  kest_sim_access_condition activate;   // 2G: REHABILITATE
-  uint16_t ref_file_id; // if the rules stand in another file: its identifier; 3G alone
-  uint8_t ref_record;   // and the record there
+  uint16_t file_size;                   ///< octets; of a 2G MF or DF its free memory
+  uint16_t file_id;                     ///< 0x3F00 is the MF
+  kest_sim_file_type file_type;         ///< KEST_SIM_FILE_TRANSPARENT to KEST_SIM_FILE_MF
+  uint16_t record_length;               ///< octets, of a cyclic or linear fixed file
+  uint16_t record_count;                ///< of a cyclic or linear fixed file
+  kest_sim_access_condition read;       ///< rule of READ, and of SEARCH
+  kest_sim_access_condition update;     ///< rule of UPDATE
+  kest_sim_access_condition increase;   ///< rule of INCREASE
+  kest_sim_access_condition deactivate; ///< rule of DEACTIVATE FILE; 2G: INVALIDATE
+  kest_sim_access_condition activate;   ///< rule of ACTIVATE FILE; 2G: REHABILITATE
+  uint16_t ref_file_id; ///< if the rules stand in another file: its identifier; 3G alone
+  uint8_t ref_record;   ///< and the record there
 } kest_sim_file_info;
 
-// kest_decode_sim_get_response_data reads the `length` octets of an answer into `info`. A first
-// octet 0x62 makes it an FCP template; its objects are taken in the order that the standard gives
-// them in the answer for an EF, an MF or a DF. The result is 1, also for an answer that is
-// understood only in part or ends between two objects behind the file identifier; and 0 for an
-// answer that is cut off elsewhere, for a template that does not begin with a file descriptor, for
-// a null pointer and for a `length` of 0. `info` then is as it was before. `data` must not lie in
-// it.
-//
-// Fields of which the answer says nothing keep what the caller put there, so clear the record
-// before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS, and the
-// answer for an application (ADF) is one whose rules are not found. Where that matters, put another
-// method there, such as KEST_SIM_ACCESS_NEVER.
-//
-// A file descriptor of a 3G answer that names no type leaves `file_type` as it was; the record
-// fields, and what becomes an MF, then follow from the caller's. Of a 3G file's size the first two
-// octets are taken.
+/// kest_decode_sim_get_response_data reads the `length` octets of an answer into `info`. A first
+/// octet 0x62 makes it an FCP template; its objects are taken in the order that the standard gives
+/// them in the answer for an EF, an MF or a DF. The result is 1, also for an answer that is
+/// understood only in part or ends between two objects behind the file identifier; and 0 for an
+/// answer that is cut off elsewhere, for a template that does not begin with a file descriptor, for
+/// a null pointer and for a `length` of 0. `info` then is as it was before. `data` must not lie in
+/// it.
+///
+/// Fields of which the answer says nothing keep what the caller put there, so clear the record
+/// before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS, and the
+/// answer for an application (ADF) is one whose rules are not found. Where that matters, put
+/// another method there, such as KEST_SIM_ACCESS_NEVER.
+///
+/// A file descriptor of a 3G answer that names no type leaves `file_type` as it was; the record
+/// fields, and what becomes an MF, then follow from the caller's. Of a 3G file's size the first two
+/// octets are taken.
 KEST_API int32_t kest_decode_sim_get_response_data(const uint8_t *data, uint16_t length,
                                                    kest_sim_file_info *info);
 
-// kest_decode_exp_sec_attr reads security attributes in the expanded format (ETSI TS 102 221,
-// clause 11.1.1.4.7; ISO/IEC 7816-4): the `length` octets of the object 0xAB, without its tag and
-// length. It replaces the five rules of `info`, which must not be null: an operation without a rule
-// is KEST_SIM_ACCESS_NEVER. A rule that the end cuts off ends the walk and is not stored.
+/// kest_decode_exp_sec_attr reads security attributes in the expanded format (ETSI TS 102 221,
+/// clause 11.1.1.4.7; ISO/IEC 7816-4): the `length` octets of the object 0xAB, without its tag and
+/// length. It replaces the five rules of `info`, which must not be null: an operation without a
+/// rule is KEST_SIM_ACCESS_NEVER. A rule that the end cuts off ends the walk and is not stored.
 KEST_API void kest_decode_exp_sec_attr(const uint8_t *data, uint16_t length,
                                        kest_sim_file_info *info);
 
 #ifdef __cplusplus
 }
 #endif
+
+/// @}
 
 #endif

@@ -1,4 +1,9 @@
-// kest/sms_cdma.h: the CDMA Submit message.
+/// @file
+/// kest/sms_cdma.h: the CDMA Submit message.
+
+/// @defgroup kest_sms_cdma The CDMA Submit message
+/// An SMS of 3GPP2 C.S0015 from a number and a text.
+/// @{
 #ifndef KEST_SMS_CDMA_H
 #define KEST_SMS_CDMA_H
 
@@ -10,32 +15,34 @@
 extern "C" {
 #endif
 
-// What `pdu` must hold, in octets: the message for the longest number and text.
-enum { KEST_SMS_CDMA_SUBMIT_PDU_SIZE = 181 };
+/// What the encoder needs.
+enum {
+  KEST_SMS_CDMA_SUBMIT_PDU_SIZE = 181 ///< octets of `pdu`, for the longest number and text
+};
 
-// kest_sms_encode_cdma_submit_pdu makes an SMS Point-to-Point transport message of the CMT-95
-// teleservice with a Submit in its bearer data that is valid for seven days (3GPP2 C.S0015, clauses
-// 3.4.2.1 and 4.4.2), and returns its octets. A `status_report` of exactly 1 asks for a delivery
-// acknowledgment. Arguments must not overlap.
-//
-// A number's digits, '*' and '#' become DTMF codes; a leading '+' is dropped. Any other character
-// repeats the code before it. Ahead of the first digit it has the code 0, which stands for no
-// digit; a number that begins with two of them goes out without any digit, but with its count.
-//
-// A text is read, put into an alphabet and cut off as that of an SMS-SUBMIT (kest/sms_encode.h).
-// The octets of the text that `is_hex` tells of are empty if their first one is 00. Each message
-// with a number and a text takes the next 16-bit identifier of the library: 1 is the first, 65535
-// is followed by 0. Threads take turns.
-//
-// It returns 0, and a line in the debug log says why, if a pointer is null, if the number is empty,
-// a plus sign alone or has more than 24 characters behind that, or if the text is empty.
-// Hexadecimal text of more than 255 octets counts as empty. `pdu` holds the message up to there
-// then.
-//
-// NOTE: text in the GSM 7 bit alphabet goes out as its packed septets under the encoding value of 7
-// bit ASCII, and the count ahead of them, NUM_FIELDS, is not that of the septets but of the text's
-// octets ahead of the first 00. It differs if there are extension characters, characters without a
-// code, or more than 160 septets.
+/// kest_sms_encode_cdma_submit_pdu makes an SMS Point-to-Point transport message of the CMT-95
+/// teleservice with a Submit in its bearer data that is valid for seven days (3GPP2 C.S0015,
+/// clauses 3.4.2.1 and 4.4.2), and returns its octets. A `status_report` of exactly 1 asks for a
+/// delivery acknowledgment. Arguments must not overlap.
+///
+/// A number's digits, '*' and '#' become DTMF codes; a leading '+' is dropped. Any other character
+/// repeats the code before it. Ahead of the first digit it has the code 0, which stands for no
+/// digit; a number that begins with two of them goes out without any digit, but with its count.
+///
+/// A text is read, put into an alphabet and cut off as that of an SMS-SUBMIT (kest/sms_encode.h).
+/// The octets of the text that `is_hex` tells of are empty if their first one is 00. Each message
+/// with a number and a text takes the next 16-bit identifier of the library: 1 is the first, 65535
+/// is followed by 0. Threads take turns.
+///
+/// It returns 0, and a line in the debug log says why, if a pointer is null, if the number is
+/// empty, a plus sign alone or has more than 24 characters behind that, or if the text is empty.
+/// Hexadecimal text of more than 255 octets counts as empty. `pdu` holds the message up to there
+/// then.
+///
+/// NOTE: text in the GSM 7 bit alphabet goes out as its packed septets under the encoding value of
+/// 7 bit ASCII, and the count ahead of them, NUM_FIELDS, is not that of the septets but of the
+/// text's octets ahead of the first 00. It differs if there are extension characters, characters
+/// without a code, or more than 160 septets.
 KEST_API uint32_t kest_sms_encode_cdma_submit_pdu(const char *number, const char *text,
                                                   uint32_t status_report, uint32_t is_hex,
                                                   uint8_t *pdu);
@@ -43,5 +50,7 @@ KEST_API uint32_t kest_sms_encode_cdma_submit_pdu(const char *number, const char
 #ifdef __cplusplus
 }
 #endif
+
+/// @}
 
 #endif

@@ -1,30 +1,34 @@
-// kest/sms_decode.h: short messages and cell broadcast as a modem reports them, taken apart.
-//
-// Of short messages, `pdu` is hexadecimal text with the service-centre field in front (an octet 0
-// if there is none), at most 510 characters, not null. Octets behind its end read as 0: a short PDU
-// decodes as if zeros followed. The result is 1 for a decoded PDU, and 0 with a line in the debug
-// log for a refused one; fields that were read before the fault are written all the same.
-//
-// Outputs belong to the caller and have the sizes below; the capacity is not passed. `smsc`,
-// `sender`, `destination`, `recipient`, the time stamps and `udh` may be null, and are then stepped
-// over. Clear all of them before the call: `smsc` stays untouched if the PDU has none, and neither
-// an alphanumeric address (at most 20 codes of the GSM 7 bit default alphabet, one to a byte) nor a
-// time stamp is terminated. A number is terminated: at most 20 digits, behind a '+' if it is
-// international. Its semi-octets above 9 are '*', '#', 'c', 'd' and 'e'. NOTE: a filler in the
-// midst of a number ends its field there, and all that follows is read from behind it; an address
-// that is stepped over has its whole length.
-//
-// `userdata` receives the message as hexadecimal text of its UTF-8 form, of which 254 octets come
-// out at most. Each octet of 8 bit data becomes the character of its value. Each 16-bit unit of a
-// UCS-2 message becomes a character of its own, so that a surrogate pair comes out as two forms of
-// three bytes; a missing last octet counts as 0. In 7 bit text without any escape the codes
-// 0x5B to 0x5E, 0x60 and 0x7B to 0x7E come out as the ASCII characters of these values. If a user
-// data header is read and no valid concatenation element is found in it, the message is no text:
-// `userdata` then receives the whole PDU again, in lower case. With a null `udh` the header is not
-// read. Compressed text is not expanded.
-//
-// Data coding schemes 01xx xxxx, which announce automatic deletion, are read as 7 bit text without
-// a class. Any thread may call these functions.
+/// @file
+/// kest/sms_decode.h: short messages and cell broadcast as a modem reports them, taken apart.
+
+/// @defgroup kest_sms_decode Short messages and cell broadcast, taken apart
+///
+/// Of short messages, `pdu` is hexadecimal text with the service-centre field in front (an octet 0
+/// if there is none), at most 510 characters, not null. Octets behind its end read as 0: a short
+/// PDU decodes as if zeros followed. The result is 1 for a decoded PDU, and 0 with a line in the
+/// debug log for a refused one; fields that were read before the fault are written all the same.
+///
+/// Outputs belong to the caller and have the sizes below; the capacity is not passed. `smsc`,
+/// `sender`, `destination`, `recipient`, the time stamps and `udh` may be null, and are then
+/// stepped over. Clear all of them before the call: `smsc` stays untouched if the PDU has none, and
+/// neither an alphanumeric address (at most 20 codes of the GSM 7 bit default alphabet, one to a
+/// byte) nor a time stamp is terminated. A number is terminated: at most 20 digits, behind a '+' if
+/// it is international. Its semi-octets above 9 are '*', '#', 'c', 'd' and 'e'. NOTE: a filler in
+/// the midst of a number ends its field there, and all that follows is read from behind it; an
+/// address that is stepped over has its whole length.
+///
+/// `userdata` receives the message as hexadecimal text of its UTF-8 form, of which 254 octets come
+/// out at most. Each octet of 8 bit data becomes the character of its value. Each 16-bit unit of a
+/// UCS-2 message becomes a character of its own, so that a surrogate pair comes out as two forms of
+/// three bytes; a missing last octet counts as 0. In 7 bit text without any escape the codes
+/// 0x5B to 0x5E, 0x60 and 0x7B to 0x7E come out as the ASCII characters of these values. If a user
+/// data header is read and no valid concatenation element is found in it, the message is no text:
+/// `userdata` then receives the whole PDU again, in lower case. With a null `udh` the header is not
+/// read. Compressed text is not expanded.
+///
+/// Data coding schemes 01xx xxxx, which announce automatic deletion, are read as 7 bit text without
+/// a class. Any thread may call these functions.
+/// @{
 #ifndef KEST_SMS_DECODE_H
 #define KEST_SMS_DECODE_H
 
@@ -37,85 +41,86 @@
 extern "C" {
 #endif
 
-// What the outputs must hold, in bytes.
+/// What the outputs must hold, in bytes.
 enum {
-  KEST_SMS_ADDRESS_TEXT_SIZE = 22, // '+', 20 digits and a terminator
-  KEST_SMS_TIME_TEXT_SIZE = 23,    // "YYYY/MM/DD,hh:mm:ss+zz", and a terminator of the caller's
-  KEST_SMS_USERDATA_TEXT_SIZE = 511,
-  KEST_SMS_STATUS_TEXT_SIZE = 3, // two digits and a terminator
-  KEST_SMS_CB_TEXT_SIZE = 2505   // hexadecimal text of 1252 octets, and a terminator
+  KEST_SMS_ADDRESS_TEXT_SIZE = 22, ///< a plus sign, 20 digits and a terminator
+  KEST_SMS_TIME_TEXT_SIZE =
+      23, ///< a text "YYYY/MM/DD,hh:mm:ss+zz", and a terminator of the caller's
+  KEST_SMS_USERDATA_TEXT_SIZE = 511, ///< 510 hexadecimal digits and a terminator
+  KEST_SMS_STATUS_TEXT_SIZE = 3,     ///< two digits and a terminator
+  KEST_SMS_CB_TEXT_SIZE = 2505       ///< hexadecimal text of 1252 octets, and a terminator
 };
 
-// kest_sms_decode_gw_deliver_pdu reads an SMS-DELIVER (3GPP TS 23.040, clause 9.2.2.1).
+/// kest_sms_decode_gw_deliver_pdu reads an SMS-DELIVER (3GPP TS 23.040, clause 9.2.2.1).
 KEST_API uint32_t kest_sms_decode_gw_deliver_pdu(const char *pdu, char *smsc, char *sender,
                                                  char *timestamp, char *userdata,
                                                  kest_sms_udh_info *udh);
 
-// kest_sms_decode_gw_deliver_pdu_v2 also reports the message class, and in `udh_no_concat` whether
-// `userdata` holds the whole PDU (1) or text (0). Set `udh_no_concat` to 0 before the call: it is
-// written only if a header is read. Short messages of type 0 (TP-PID 0x40) are refused.
+/// kest_sms_decode_gw_deliver_pdu_v2 also reports the message class, and in `udh_no_concat` whether
+/// `userdata` holds the whole PDU (1) or text (0). Set `udh_no_concat` to 0 before the call: it is
+/// written only if a header is read. Short messages of type 0 (TP-PID 0x40) are refused.
 KEST_API uint32_t kest_sms_decode_gw_deliver_pdu_v2(const char *pdu, char *smsc, char *sender,
                                                     char *timestamp, char *userdata,
                                                     kest_sms_udh_info *udh,
                                                     kest_sms_msg_class *msg_class,
                                                     uint32_t *udh_no_concat);
 
-// kest_sms_decode_gw_submit_pdu reads an SMS-SUBMIT (3GPP TS 23.040, clause 9.2.2.2). The validity
-// period is stepped over: one octet in the relative format, seven in the absolute one. NOTE: none
-// in the enhanced one.
+/// kest_sms_decode_gw_submit_pdu reads an SMS-SUBMIT (3GPP TS 23.040, clause 9.2.2.2). The validity
+/// period is stepped over: one octet in the relative format, seven in the absolute one. NOTE: none
+/// in the enhanced one.
 KEST_API uint32_t kest_sms_decode_gw_submit_pdu(const char *pdu, char *smsc, char *destination,
                                                 char *userdata, kest_sms_udh_info *udh);
 
-// kest_sms_decode_gw_submit_pdu_v2 also reports the message class, which is KEST_SMS_CLASS_NONE
-// after a refusal of the PDU's length or type.
+/// kest_sms_decode_gw_submit_pdu_v2 also reports the message class, which is KEST_SMS_CLASS_NONE
+/// after a refusal of the PDU's length or type.
 KEST_API uint32_t kest_sms_decode_gw_submit_pdu_v2(const char *pdu, char *smsc, char *destination,
                                                    char *userdata, kest_sms_udh_info *udh,
                                                    kest_sms_msg_class *msg_class);
 
-// kest_sms_decode_gw_status_report_pdu reads an SMS-STATUS-REPORT (3GPP TS 23.040, clause 9.2.2.3):
-// the number that the message went to, when the service centre received it, when it was delivered
-// or last tried, and TP-ST as two hexadecimal digits in lower case (clause 9.2.3.15; "00" is
-// delivered), in `status`, which must not be null. NOTE: a PDU that ends ahead of TP-ST reads "00"
-// as well; one that ends ahead of the second time stamp has the date 2000/00/00 there. The message
-// reference is not reported. `userdata` is written only if the parameter indicator announces user
-// data, so clear it before the call.
+/// kest_sms_decode_gw_status_report_pdu reads an SMS-STATUS-REPORT (3GPP TS 23.040,
+/// clause 9.2.2.3): the number that the message went to, when the service centre received it, when
+/// it was delivered or last tried, and TP-ST as two hexadecimal digits in lower case
+/// (clause 9.2.3.15; "00" is delivered), in `status`, which must not be null. NOTE: a PDU that ends
+/// ahead of TP-ST reads "00" as well; one that ends ahead of the second time stamp has the date
+/// 2000/00/00 there. The message reference is not reported. `userdata` is written only if the
+/// parameter indicator announces user data, so clear it before the call.
 KEST_API uint32_t kest_sms_decode_gw_status_report_pdu(const char *pdu, char *smsc, char *recipient,
                                                        char *scts, char *discharge_time,
                                                        char *status, char *userdata,
                                                        kest_sms_udh_info *udh);
 
-// kest_sms_decode_gw_status_report_pdu_v2 also reports the message class, which is
-// KEST_SMS_CLASS_NONE after any refusal ahead of the data coding scheme and for a report without
-// one.
+/// kest_sms_decode_gw_status_report_pdu_v2 also reports the message class, which is
+/// KEST_SMS_CLASS_NONE after any refusal ahead of the data coding scheme and for a report without
+/// one.
 KEST_API uint32_t kest_sms_decode_gw_status_report_pdu_v2(const char *pdu, char *smsc,
                                                           char *recipient, char *scts,
                                                           char *discharge_time, char *status,
                                                           char *userdata, kest_sms_udh_info *udh,
                                                           kest_sms_msg_class *msg_class);
 
-// kest_sms_decode_gw_cb_pdu reads a cell broadcast message (3GPP TS 23.041): `length` octets, not
-// hexadecimal text. Up to 88 are a page of a GSM message or, with an ETWS identifier, a primary
-// notification, whatever they hold; more are a UMTS message with all of its pages. Octets behind a
-// short header read as 0. It clears `info` and fills it, and writes the text to `text`, of
-// KEST_SMS_CB_TEXT_SIZE bytes, as hexadecimal text of its UTF-8 form. No pointer may be null.
-//
-// The result is 0 for a UMTS message of another type than 1, or with more pages than it has room
-// for, with a line in the log, and without memory for some 4 KB; otherwise 1. `text` is untouched
-// after a 0, and also where there is none: for an ETWS primary notification and for less than 6
-// octets. So clear it before the call. NOTE: a text of more than 1252 octets in UTF-8 leaves it
-// untouched as well, with the result 1; of more than 1252 septets or octets on the air the first
-// 1252 are taken.
-//
-// Each page of a UMTS message in the 7 bit alphabet is unpacked by itself, as far as its length
-// octet says. NOTE: in the other alphabets pages stand 82 octets apart, and the sum of their
-// lengths is taken of that run. A length above 82 counts as 82. Filling, such as carriage returns,
-// is part of the text; a language code ahead of the text is not. How characters come out is told
-// above, at `userdata`.
+/// kest_sms_decode_gw_cb_pdu reads a cell broadcast message (3GPP TS 23.041): `length` octets, not
+/// hexadecimal text. Up to 88 are a page of a GSM message or, with an ETWS identifier, a primary
+/// notification, whatever they hold; more are a UMTS message with all of its pages. Octets behind a
+/// short header read as 0. It clears `info` and fills it, and writes the text to `text`, of
+/// KEST_SMS_CB_TEXT_SIZE bytes, as hexadecimal text of its UTF-8 form. No pointer may be null.
+///
+/// The result is 0 for a UMTS message of another type than 1, or with more pages than it has room
+/// for, with a line in the log, and without memory for some 4 KB; otherwise 1. `text` is untouched
+/// after a 0, and also where there is none: for an ETWS primary notification and for less than 6
+/// octets. So clear it before the call. NOTE: a text of more than 1252 octets in UTF-8 leaves it
+/// untouched as well, with the result 1; of more than 1252 septets or octets on the air the first
+/// 1252 are taken.
+///
+/// Each page of a UMTS message in the 7 bit alphabet is unpacked by itself, as far as its length
+/// octet says. NOTE: in the other alphabets pages stand 82 octets apart, and the sum of their
+/// lengths is taken of that run. A length above 82 counts as 82. Filling, such as carriage returns,
+/// is part of the text; a language code ahead of the text is not. How characters come out is told
+/// above, at `userdata`.
 KEST_API uint32_t kest_sms_decode_gw_cb_pdu(const uint8_t *cb_data, uint16_t length, char *text,
                                             kest_sms_cb_info *info);
 
-// kest_sms_decode_gw_cb_pdu_v2 also reports the message class, whatever the result:
-// KEST_SMS_CLASS_NONE where no data coding scheme is read.
+/// kest_sms_decode_gw_cb_pdu_v2 also reports the message class, whatever the result:
+/// KEST_SMS_CLASS_NONE where no data coding scheme is read.
 KEST_API uint32_t kest_sms_decode_gw_cb_pdu_v2(const uint8_t *cb_data, uint16_t length, char *text,
                                                kest_sms_cb_info *info,
                                                kest_sms_msg_class *msg_class);
@@ -123,5 +128,7 @@ KEST_API uint32_t kest_sms_decode_gw_cb_pdu_v2(const uint8_t *cb_data, uint16_t 
 #ifdef __cplusplus
 }
 #endif
+
+/// @}
 
 #endif

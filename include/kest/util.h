@@ -1,4 +1,5 @@
-// kest/util.h: a small linked list, and helpers for processes and strings.
+/// @file
+/// kest/util.h: a small linked list, and helpers for processes and strings.
 #ifndef KEST_UTIL_H
 #define KEST_UTIL_H
 
@@ -10,58 +11,72 @@
 extern "C" {
 #endif
 
-// A list of numbers. The caller holds the head, null for an empty list; each function returns the
-// head to hold from then on, and tells of its outcome on standard output, without a line feed. No
-// lock guards a list. Nodes come from `malloc`; DelNode until the head is null frees them all.
+/// @defgroup kest_list Linked list
+/// A list of numbers. The caller holds the head, null for an empty list; each function returns the
+/// head to hold from then on, and tells of its outcome on standard output, without a line feed. No
+/// lock guards a list. Nodes come from `malloc`; DelNode until the head is null frees them all.
+/// @{
 
+/// ListNode is one node of a list.
 typedef struct ListNode {
-  uint8_t id; // neither this nor `data` needs to be unique
-  int32_t data;
-  uint8_t value;
-  struct ListNode *next; // null at the end
+  uint8_t id;            ///< the caller's; need not be unique
+  int32_t data;          ///< the caller's; need not be unique
+  uint8_t value;         ///< the caller's
+  struct ListNode *next; ///< null at the end
 } ListNode;
 
-// InsFront puts a new node ahead of all others. Without memory the three inserting functions say
-// so and leave the list as it was.
+/// InsFront puts a new node ahead of all others. Without memory the three inserting functions say
+/// so and leave the list as it was.
 KEST_API ListNode *InsFront(ListNode *head, uint8_t id, int32_t data, uint8_t value);
 
-// InsBack puts a new node behind all others. On an empty list it says nothing.
+/// InsBack puts a new node behind all others. On an empty list it says nothing.
 KEST_API ListNode *InsBack(ListNode *head, uint8_t id, int32_t data, uint8_t value);
 
-// InsPos puts a new node ahead of the one at `position`, counted from 1. At 1 it becomes the head,
-// also of an empty list, and nothing is said. Any other position without a node is invalid, so that
-// InsPos cannot append; the list is left as it was.
+/// InsPos puts a new node ahead of the one at `position`, counted from 1. At 1 it becomes the head,
+/// also of an empty list, and nothing is said. Any other position without a node is invalid, so
+/// that InsPos cannot append; the list is left as it was.
 KEST_API ListNode *InsPos(ListNode *head, uint8_t id, int32_t data, uint8_t value,
                           int32_t position);
 
-// DelNode removes and frees the first node with this `id`, DelNodeByData the first with this
-// `data`. They say something only if there is none.
+/// DelNode removes and frees the first node with this `id`. It says something only if there is
+/// none.
 KEST_API ListNode *DelNode(ListNode *head, uint8_t id);
+
+/// DelNodeByData removes and frees the first node with this `data`. It says something only if there
+/// is none.
 KEST_API ListNode *DelNodeByData(ListNode *head, int32_t data);
 
-// kest_get_pid_by_name returns the id of the first process, in the order of /proc, whose own name
-// contains `name`. That is the first argument of its command line, of which 511 octets count, up to
-// a line feed. The calling process counts as well; one whose command line is empty or can't be read
-// does not. An empty `name` finds any that counts. The result is -1 if /proc can't be opened and -2
-// if there is no such process.
+/// @}
+
+/// @defgroup kest_helpers Helpers for processes and strings
+/// None of them keeps a state; any thread may call them.
+/// @{
+
+/// kest_get_pid_by_name returns the id of the first process, in the order of /proc, whose own name
+/// contains `name`. That is the first argument of its command line, of which 511 octets count, up
+/// to a line feed. The calling process counts as well; one whose command line is empty or can't be
+/// read does not. An empty `name` finds any that counts. The result is -1 if /proc can't be opened
+/// and -2 if there is no such process.
 KEST_API int32_t kest_get_pid_by_name(const char *name);
 
-// kest_remove_quotation_mark stores what stands between the first two double quotes of `str` in
-// `out`, in a new block that the caller frees with `free`, and returns how many octets that is.
-// Only blanks (0x20) may stand ahead of the first quote; what follows the second is not looked at.
-// It tells of lengths and text on standard output.
-//
-// The result is 0 with a null `*out` for a null or empty `str`, for another character ahead of the
-// first quote and without memory, and 0 with a block, which is to be freed, for an empty quotation
-// and for blanks alone. A null `out` gives 0. NOTE: the text ends in a NUL only if
-// there is a second quote; without one all that follows the first is taken, and only the result
-// says how much that is.
+/// kest_remove_quotation_mark stores what stands between the first two double quotes of `str` in
+/// `out`, in a new block that the caller frees with `free`, and returns how many octets that is.
+/// Only blanks (0x20) may stand ahead of the first quote; what follows the second is not looked at.
+/// It tells of lengths and text on standard output.
+///
+/// The result is 0 with a null `*out` for a null or empty `str`, for another character ahead of the
+/// first quote and without memory, and 0 with a block, which is to be freed, for an empty quotation
+/// and for blanks alone. A null `out` gives 0. NOTE: the text ends in a NUL only if
+/// there is a second quote; without one all that follows the first is taken, and only the result
+/// says how much that is.
 KEST_API int32_t kest_remove_quotation_mark(const char *str, char **out);
 
-// convert_2s_complement_to_int reads the low 8 bits of `value` as a signed field of six bits: 0 to
-// 31 are themselves, 32 to 63 are -32 to -1. From 64 on it is no such field, and the result is
-// -((0 - `value`) modulo 64): 0 for 64, -63 for 65, -1 for 255.
+/// convert_2s_complement_to_int reads the low 8 bits of `value` as a signed field of six bits: 0 to
+/// 31 are themselves, 32 to 63 are -32 to -1. From 64 on it is no such field, and the result is
+/// -((0 - `value`) modulo 64): 0 for 64, -63 for 65, -1 for 255.
 KEST_API int32_t convert_2s_complement_to_int(uint32_t value);
+
+/// @}
 
 #ifdef __cplusplus
 }
