@@ -82,8 +82,8 @@ KEST_API int32_t strlen_utf8(const char *s);
 /// `dst` needs 2 bytes for each septet, of which seven octets hold eight, or `len` bytes of 8 bit
 /// data, or `len` * 3 / 2 of UCS-2, and a terminator: 583 bytes hold whatever comes.
 ///
-/// NOTE: the language indication of scheme 0x11 stays ahead of the text, as a character whose code
-/// has the first octet in its low 8 bits.
+/// NOTE: a language indication stays ahead of the text: with scheme 0x10 as its two letters, with
+/// 0x11 as a character whose code has the first octet in its low 8 bits.
 KEST_API uint32_t kest_convert_ussd_string_to_utf8(uint8_t dcs, uint8_t len, const uint8_t *src,
                                                    char *dst);
 
