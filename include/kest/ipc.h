@@ -59,10 +59,11 @@ KEST_API int32_t orba_queue_init(orba_queue *queue);
 
 /// orba_queue_push appends `data` and wakes one waiting consumer. With a null `value` it returns at
 /// once. Any other `value` reaches the consumer beside `data`, and the call returns after
-/// orba_queue_pop_done for this element. The result is 0; or -1 without memory, then nothing is
-/// queued and `data` and `value` remain the caller's. NOTE: a flush ends the wait as well, with the
-/// result 0, and has freed `value` then. So a value that the pusher keeps, as a result on its
-/// stack, is only for queues that are never flushed.
+/// orba_queue_pop_done for this element; until then the consumer may read and write what it points
+/// to, and the pusher frees it, but in a queue that is flushed. The result is 0; or -1 without
+/// memory, then nothing is queued and `data` and `value` remain the caller's. NOTE: a flush ends
+/// the wait as well, with the result 0, and has freed `value` then. So a value that the pusher
+/// keeps, as a result on its stack, is only for queues that are never flushed.
 KEST_API int32_t orba_queue_push(orba_queue *queue, void *data, void *value);
 
 /// orba_queue_pop takes the oldest element, waiting for one if there is none. It returns the
@@ -108,7 +109,8 @@ KEST_API uint32_t orba_queue_length(const orba_queue *queue);
 /// is cut behind its 107th character. All steps and failures are told through log_message (log.h).
 /// `type` goes to `socket` as it is: SOCK_STREAM or SOCK_DGRAM, to which SOCK_CLOEXEC and
 /// SOCK_NONBLOCK may be added. Results are descriptors, which the caller closes, or -1; then no
-/// descriptor stays open, and `errno` has no meaning. Any thread may call these functions.
+/// descriptor stays open, and `errno` has no meaning, but for writen. Any thread may call these
+/// functions.
 /// @{
 
 /// writen writes the `n` octets of `buf`, however many calls of `write` that takes, and returns
@@ -126,8 +128,8 @@ KEST_API int connect_socket_server(const char *name, int type);
 /// mode is set the file has that of the process's umask.
 KEST_API int create_socket(const char *name, int type, mode_t mode, uid_t owner, gid_t group);
 
-/// create_socket_addr does so and stores the address that it bound in `addr_out`; on failure it
-/// leaves `addr_out` as it was.
+/// create_socket_addr does so and stores the address that it bound in `addr_out`, which may be
+/// null; on failure it leaves `addr_out` as it was.
 KEST_API int create_socket_addr(const char *name, struct sockaddr_un *addr_out, int type,
                                 mode_t mode, uid_t owner, gid_t group);
 
@@ -141,7 +143,8 @@ KEST_API int create_socket_addr(const char *name, struct sockaddr_un *addr_out, 
 enum {
   USOCK_FLAG_STREAM = 0,            ///< SOCK_STREAM
   USOCK_FLAG_DATAGRAM = 1,          ///< SOCK_DGRAM
-  USOCK_FLAG_SERVER = 0x0100,       ///< bind, and listen with a backlog of 128; otherwise connect
+  USOCK_FLAG_SERVER = 0x0100,       ///< bind, with SO_REUSEADDR, and listen on a stream socket with
+                                    ///< a backlog of 128; otherwise connect
   USOCK_FLAG_KEEP_ON_EXEC = 0x0200, ///< without FD_CLOEXEC
   USOCK_FLAG_NONBLOCKING = 0x0400,  ///< O_NONBLOCK on the finished descriptor
   USOCK_FLAG_NUMERIC_HOST = 0x0800, ///< the host is a numeric address
@@ -153,8 +156,8 @@ enum {
 /// usock opens a socket for a host and a service, as `getaddrinfo` takes them; one of the two may
 /// be null. Of their addresses it takes the first that can be bound or connected; only those of
 /// families that the machine has configured count (AI_ADDRCONFIG). With USOCK_FLAG_LOCAL_PATH
-/// `host` is a path of 1 to 107 characters, taken as it is, and `service` and the flags of
-/// addresses do not count; a server fails if the file is there already.
+/// `host` is a path of 1 to 107 characters, taken as it is and not null, and `service` and the
+/// flags of addresses do not count; a server fails if the file is there already.
 ///
 /// The result is a descriptor, which the caller closes, or -1. `errno` then tells why the last step
 /// failed, EINVAL for a path too long, unless the names did not resolve. Any thread may call it.

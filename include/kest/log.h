@@ -6,6 +6,10 @@
 /// The library's conversion and message functions write their trace and error lines through
 /// kest_log. Each line is one record of the file LOG_FILE: "YYYY/MM/DD hh:mm:ss, pid:NNNNN, " in
 /// local time and the text, every byte complemented, then one plain line feed.
+///
+/// The host program defines four symbols: log_level, LOG_FILE, LOG_FILE_MAX_SIZE and
+/// LOG_FILE_COMPRESSED. They are read at every use and under no lock: a change takes effect with
+/// the next line, and LOG_FILE is changed only while no thread logs.
 /// @{
 #ifndef KEST_LOG_H
 #define KEST_LOG_H
@@ -24,9 +28,6 @@ enum {
   KEST_LOG_ERROR = 0x2,     ///< error lines
   KEST_LOG_CONSOLE = 0x1000 ///< the text also goes to standard output; only in a mask
 };
-
-// The host program defines these four. They are read at every use and under no lock, so that a
-// change takes effect with the next line.
 
 /// What is logged: KEST_LOG_DEBUG, KEST_LOG_ERROR, both or 0. The host defines it.
 extern KEST_API uint32_t log_level;
@@ -48,15 +49,18 @@ extern KEST_API char LOG_FILE_COMPRESSED[];
 /// not reported: if the file can't be opened the line is lost from it.
 KEST_API void kest_log(uint32_t mask, const char *format, ...) KEST_PRINTF(2, 3);
 
-/// orba_kest_log switches kest_log off (0) or on (any other value). It is on at load.
+/// orba_kest_log switches kest_log off (0) or on (any other value), for all threads; any of them
+/// may call it. It is on at load.
 KEST_API void orba_kest_log(int32_t enable);
 
 /// kest_format_log_msg formats into `s`, which holds `maxlen` bytes, terminator included. A null
-/// `s` or a `maxlen` below 1 leaves everything as it is. No switch has a say in it.
+/// `s` or a `maxlen` below 1 leaves everything as it is. No switch has a say in it. Any thread may
+/// call it.
 KEST_API void kest_format_log_msg(char *s, int32_t maxlen, const char *format, ...)
     KEST_PRINTF(3, 4);
 
-/// kest_print_log_msg writes `msg` and a line feed to standard error. No switch has a say in it.
+/// kest_print_log_msg writes `msg`, which must not be null, and a line feed to standard error. No
+/// switch has a say in it. Any thread may call it.
 KEST_API void kest_print_log_msg(const char *msg);
 
 /// @}
@@ -70,8 +74,8 @@ KEST_API void kest_print_log_msg(const char *msg);
 ///
 /// `length` counts the octets of `data`; one of 0 or below gives the heading alone, and `data` may
 /// be null then. What is not printable in the process's locale shows as ".". `title` ends in a NUL
-/// and is no format. Lines of two dumps at the same time can interleave.
-/// Any thread may call these functions.
+/// and is no format. Lines of two dumps at the same time can interleave. Any thread may call these
+/// functions.
 /// @{
 
 /// kest_print_hex dumps to standard output.
@@ -89,7 +93,8 @@ KEST_API void fnPrintHex(uint32_t mask, int32_t number, const char *title, const
 
 /// @defgroup kest_system_log System log with one threshold
 /// The plain front end of the system log: one threshold for all lines. Priorities are those of
-/// `<syslog.h>`, 0 (LOG_EMERG) to 7 (LOG_DEBUG), the most severe the lowest.
+/// `<syslog.h>`, 0 (LOG_EMERG) to 7 (LOG_DEBUG), the most severe the lowest. The two variables are
+/// the host's to set; they are read without a lock.
 /// @{
 
 extern KEST_API int32_t log_priority; ///< lines of a higher number are dropped; LOG_INFO at load
@@ -127,13 +132,20 @@ enum {
 
 /// log_type_row is one type of line, a component of the system.
 typedef struct log_type_row {
-  const char *name; ///< as get_log_type_status_str shows it; a host may put one of its own here
+  const char *name; ///< not null, and valid as long as get_log_type_status_str may be called
   int32_t level;    ///< 0 to 7, index of level_str
 } log_type_row;
 
-extern KEST_API log_type_row log_type_str_and_level[KEST_LOG_TYPES]; ///< by type; level 6 at load
-extern KEST_API const char *const level_str[KEST_LOG_LEVELS];        ///< 0 "EMERG" to 7 "DEBUG"
-extern KEST_API const char *const level_fmt_str[KEST_LOG_FORMATS];   ///< names of the formats
+/// Names and levels by type: 0 AT_PARSER, 1 FW_UPGRADE, 2 WLC, 3 TOOLS, 4 MONITOR, 5 WEB, 6 CM, 7
+/// UIM, 8 NAS, 9 LOC, 10 DB, 11 CORE, 12 KESTD. All levels are 6 (INFO) at load. A host may write
+/// names and levels of its own here.
+extern KEST_API log_type_row log_type_str_and_level[KEST_LOG_TYPES];
+
+/// Names of the levels: 0 EMERG, 1 ALERT, 2 CRIT, 3 ERR, 4 WARN, 5 NOTICE, 6 INFO, 7 DEBUG.
+extern KEST_API const char *const level_str[KEST_LOG_LEVELS];
+
+/// Names of the formats: 0 FUNC_AND_LINE, 1 TID, 2 LOG_TYPE.
+extern KEST_API const char *const level_fmt_str[KEST_LOG_FORMATS];
 extern KEST_API uint32_t _log_types; ///< bit n: type n is on; 0x1FFF at load, all of them
 extern KEST_API uint32_t _log_fmts;  ///< bit n: format n is on; 7 at load, all of them
 
@@ -146,9 +158,9 @@ KEST_API void exit_tulp_syslog(void);
 
 /// _tulp_pr writes one line of type `type` and level `level`, 0 to 7, formatted as by `printf`. A
 /// line of a type without a row is dropped; a negative level is as severe as any. Any thread may
-/// call it. NOTE: the priority that the system log is given is `level` with
-/// bit 0x400 set, which is no facility of `<syslog.h>`. A C library may write such a line behind
-/// one of its own that complains of the bit (glibc), or drop it.
+/// call it. NOTE: the priority that the system log is given is `level` with bit 0x400 set, which is
+/// no facility of `<syslog.h>`. A C library may write such a line behind one of its own that
+/// complains of the bit (glibc), or drop it.
 KEST_API void _tulp_pr(uint32_t type, int32_t level, const char *fmt, ...) KEST_PRINTF(3, 4);
 
 /// log_type_is_set tests bit `n` of _log_types, and returns 1 or 0. Of `n` the low five bits count,

@@ -18,7 +18,8 @@
 extern "C" {
 #endif
 
-/// kest_sim_access_method is how the keys of an access rule stand to each other.
+/// kest_sim_access_method is how the keys of an access rule stand to each other (ETSI TS 102 221,
+/// clause 11.1.1.4.7).
 typedef uint32_t kest_sim_access_method;
 /// Values of kest_sim_access_method.
 enum {
@@ -29,8 +30,8 @@ enum {
   KEST_SIM_ACCESS_SINGLE = 4  ///< one key is needed
 };
 
-/// The keys of an access rule, as bits of its mask. All application PINs share one bit, and so do
-/// all second application PINs.
+/// The keys of an access rule, as bits of its mask (ETSI TS 102 221, clause 9.5.1; 2G: ETSI TS
+/// 51.011, clause 9.3). All application PINs share one bit, and so do all second application PINs.
 enum {
   KEST_SIM_KEY_PIN = 0x0001,           ///< application PIN 1 to 8; 2G: CHV1
   KEST_SIM_KEY_PIN2 = 0x0002,          ///< second application PIN 1 to 8; 2G: CHV2
@@ -46,15 +47,16 @@ typedef struct kest_sim_access_condition {
   uint64_t mask; ///< bits KEST_SIM_KEY_PIN and so on; of a meaning with AND, OR and SINGLE alone
 } kest_sim_access_condition;
 
-/// kest_sim_file_type is the structure of an EF (a file with data), or a folder: DF or MF.
+/// kest_sim_file_type is the structure of an elementary file (EF), which holds data, or tells a
+/// folder: DF or MF.
 typedef uint32_t kest_sim_file_type;
 /// Values of kest_sim_file_type.
 enum {
   KEST_SIM_FILE_TRANSPARENT = 0,  ///< octets
   KEST_SIM_FILE_CYCLIC = 1,       ///< records, the newest first
   KEST_SIM_FILE_LINEAR_FIXED = 2, ///< records by number
-  KEST_SIM_FILE_DF = 3,           ///< a folder
-  KEST_SIM_FILE_MF = 4            ///< the root
+  KEST_SIM_FILE_DF = 3,           ///< dedicated file: a folder, also an application
+  KEST_SIM_FILE_MF = 4            ///< master file: the root
 };
 
 /// kest_sim_file_info is what is known of a file. Clear it before each call: of what an answer does
@@ -83,9 +85,10 @@ typedef struct kest_sim_file_info {
 /// it.
 ///
 /// Fields of which the answer says nothing keep what the caller put there, so clear the record
-/// before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS, and the
-/// answer for an application (ADF) is one whose rules are not found. Where that matters, put
-/// another method there, such as KEST_SIM_ACCESS_NEVER.
+/// before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS. The
+/// answer for an application (ADF) has its name behind its file identifier, where its rules are not
+/// found then; without an identifier they are, and `file_id` keeps what it held. Put another method
+/// into the five rules before the call, such as KEST_SIM_ACCESS_NEVER.
 ///
 /// A file descriptor of a 3G answer that names no type leaves `file_type` as it was; the record
 /// fields, and what becomes an MF, then follow from the caller's. Of a 3G file's size the first two
@@ -97,6 +100,11 @@ KEST_API int32_t kest_decode_sim_get_response_data(const uint8_t *data, uint16_t
 /// clause 11.1.1.4.7; ISO/IEC 7816-4): the `length` octets of the object 0xAB, without its tag and
 /// length. It replaces the five rules of `info`, which must not be null: an operation without a
 /// rule is KEST_SIM_ACCESS_NEVER. A rule that the end cuts off ends the walk and is not stored.
+/// `data` may be null if `length` is 0.
+///
+/// NOTE: an access mode that stands for the instruction code of a command (tag 0x84) is read as an
+/// access mode octet, so that it can set the rules of other operations. Of a template of many keys,
+/// ten with a usage qualifier each or seven without, the last ones are left out.
 KEST_API void kest_decode_exp_sec_attr(const uint8_t *data, uint16_t length,
                                        kest_sim_file_info *info);
 

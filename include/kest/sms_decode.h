@@ -5,26 +5,36 @@
 ///
 /// Of short messages, `pdu` is hexadecimal text with the service-centre field in front (an octet 0
 /// if there is none), at most 510 characters, not null. Octets behind its end read as 0: a short
-/// PDU decodes as if zeros followed. The result is 1 for a decoded PDU, and 0 with a line in the
-/// debug log for a refused one; fields that were read before the fault are written all the same.
+/// PDU decodes as if zeros followed, and characters that are no hexadecimal digit count as 0. The
+/// result is 1 for a decoded PDU, and 0 with a line in the debug log for a refused one: for more
+/// than 510 characters, for another TP-MTI (of a DELIVER the reserved value 3 is taken), for a
+/// TP-UDL above 160 septets or 140 octets, and for a header that is longer than the user data.
+/// `userdata` is untouched then; fields that were read before the fault are written all the same.
 ///
 /// Outputs belong to the caller and have the sizes below; the capacity is not passed. `smsc`,
 /// `sender`, `destination`, `recipient`, the time stamps and `udh` may be null, and are then
-/// stepped over. Clear all of them before the call: `smsc` stays untouched if the PDU has none, and
-/// neither an alphanumeric address (at most 20 codes of the GSM 7 bit default alphabet, one to a
-/// byte) nor a time stamp is terminated. A number is terminated: at most 20 digits, behind a '+' if
-/// it is international. Its semi-octets above 9 are '*', '#', 'c', 'd' and 'e'. NOTE: a filler in
-/// the midst of a number ends its field there, and all that follows is read from behind it; an
-/// address that is stepped over has its whole length.
+/// stepped over; no other pointer may be. Clear all of them before the call: `smsc` stays untouched
+/// if the PDU has none, and neither an alphanumeric address (at most 20 codes of the GSM 7 bit
+/// default alphabet, one to a byte) nor a time stamp is terminated. A number is terminated: at most
+/// 20 digits, behind a '+' if it is international. Its semi-octets above 9 are '*', '#', 'c', 'd'
+/// and 'e'. NOTE: a filler in the midst of a number ends its field there, and all that follows is
+/// read from behind it; an address that is stepped over has its whole length.
 ///
 /// `userdata` receives the message as hexadecimal text of its UTF-8 form, of which 254 octets come
 /// out at most. Each octet of 8 bit data becomes the character of its value. Each 16-bit unit of a
 /// UCS-2 message becomes a character of its own, so that a surrogate pair comes out as two forms of
-/// three bytes; a missing last octet counts as 0. In 7 bit text without any escape the codes
-/// 0x5B to 0x5E, 0x60 and 0x7B to 0x7E come out as the ASCII characters of these values. If a user
-/// data header is read and no valid concatenation element is found in it, the message is no text:
-/// `userdata` then receives the whole PDU again, in lower case. With a null `udh` the header is not
-/// read. Compressed text is not expanded.
+/// three bytes; a missing last octet counts as 0. In 7 bit text without any escape the codes 0x5B
+/// to 0x5E, 0x60 and 0x7B to 0x7E come out as the ASCII characters of these values. A code behind
+/// an escape is that of the extension table (3GPP TS 23.038, clause 6.2.1.1), or of the default
+/// alphabet if it has no row there; two escapes are a blank. If a user data header is read and no
+/// valid concatenation element is found in it, the message is no text: `userdata` then receives the
+/// whole PDU again, in lower case. With a null `udh` the header is not read. Compressed text is not
+/// expanded.
+///
+/// A time stamp is the text "YYYY/MM/DD,hh:mm:ss+zz" (3GPP TS 23.040, clause 9.2.3.11), zz being
+/// the zone in quarters of an hour. A year whose tens digit is 9 is 19xx, any other 20xx. The sign
+/// is '-' for zones from -48 to -1 and '+' for all others. No digit is tested: a semi-octet above 9
+/// shows as a letter from a to f.
 ///
 /// Data coding schemes 01xx xxxx, which announce automatic deletion, are read as 7 bit text without
 /// a class. Any thread may call these functions.
@@ -58,7 +68,10 @@ KEST_API uint32_t kest_sms_decode_gw_deliver_pdu(const char *pdu, char *smsc, ch
 
 /// kest_sms_decode_gw_deliver_pdu_v2 also reports the message class, and in `udh_no_concat` whether
 /// `userdata` holds the whole PDU (1) or text (0). Set `udh_no_concat` to 0 before the call: it is
-/// written only if a header is read. Short messages of type 0 (TP-PID 0x40) are refused.
+/// written only if a header is read, and any other value that stands there makes `userdata` the
+/// whole PDU. Short messages of type 0 (TP-PID 0x40) are refused. `msg_class` is untouched after
+/// that refusal and that of the PDU's length or type: set it to KEST_SMS_CLASS_NONE before the
+/// call.
 KEST_API uint32_t kest_sms_decode_gw_deliver_pdu_v2(const char *pdu, char *smsc, char *sender,
                                                     char *timestamp, char *userdata,
                                                     kest_sms_udh_info *udh,
@@ -77,13 +90,13 @@ KEST_API uint32_t kest_sms_decode_gw_submit_pdu_v2(const char *pdu, char *smsc, 
                                                    char *userdata, kest_sms_udh_info *udh,
                                                    kest_sms_msg_class *msg_class);
 
-/// kest_sms_decode_gw_status_report_pdu reads an SMS-STATUS-REPORT (3GPP TS 23.040,
-/// clause 9.2.2.3): the number that the message went to, when the service centre received it, when
-/// it was delivered or last tried, and TP-ST as two hexadecimal digits in lower case
-/// (clause 9.2.3.15; "00" is delivered), in `status`, which must not be null. NOTE: a PDU that ends
-/// ahead of TP-ST reads "00" as well; one that ends ahead of the second time stamp has the date
-/// 2000/00/00 there. The message reference is not reported. `userdata` is written only if the
-/// parameter indicator announces user data, so clear it before the call.
+/// kest_sms_decode_gw_status_report_pdu reads an SMS-STATUS-REPORT (3GPP TS 23.040, clause
+/// 9.2.2.3): the number that the message went to, when the service centre received it, when it was
+/// delivered or last tried, and TP-ST as two hexadecimal digits in lower case (clause 9.2.3.15;
+/// "00" is delivered), in `status`, which must not be null. NOTE: a PDU that ends ahead of TP-ST
+/// reads "00" as well; one that ends ahead of the second time stamp has the date 2000/00/00 there.
+/// The message reference is not reported. `userdata` is written only if the parameter indicator
+/// announces user data, so clear it before the call.
 KEST_API uint32_t kest_sms_decode_gw_status_report_pdu(const char *pdu, char *smsc, char *recipient,
                                                        char *scts, char *discharge_time,
                                                        char *status, char *userdata,

@@ -7,16 +7,18 @@
 /// modem that wants a service-centre field gets the octets of kest_sms_encode_gw_smsc in front.
 ///
 /// A number's digits, '*' and '#' become semi-octets; a leading '+' makes it international. Any
-/// other character repeats the value before it, which is 0 at the start. A PDU takes 20 digits.
+/// other character repeats the value before it, which is 0 at the start. A plus sign alone is a
+/// number without digits. A PDU takes 20 digits. NOTE: more are left out, but the length octet of
+/// the address counts them; refuse such a number.
 ///
 /// A text is UTF-8, or hexadecimal text of it if `is_hex` is not 0, of which at most 255 octets
 /// count; longer hexadecimal text counts as empty. Plain ASCII without a backtick goes out in the
 /// GSM 7 bit default alphabet, 160 septets at most, without the control characters that have no
 /// code there; text with a stray byte 0x80 to 0xBF ahead of any longer sequence or backtick as 8
-/// bit data, 140 octets at most; everything else as UCS-2, 70 characters at most, where a code
-/// point above U+FFFF is cut to its low 16 bits. What exceeds the limit is left out without a word.
-/// A text with characters above U+FFFF arrives whole if the host hands over each of their two
-/// surrogates in its form of three bytes.
+/// bit data, 140 octets at most, the low 8 bits of each character; everything else as UCS-2, 70
+/// characters at most, where a code point above U+FFFF is cut to its low 16 bits. What exceeds the
+/// limit is left out without a word. A text with characters above U+FFFF arrives whole if the host
+/// hands over each of their two surrogates in its form of three bytes.
 ///
 /// A text that is longer goes out as a concatenated message (clause 9.2.3.24.8): the host walks it
 /// with kest_sms_get_long_message_segment and encodes segment by segment, with the encoders of
@@ -24,7 +26,11 @@
 ///
 /// Number, text, options and `pdu` must not be null and must not overlap. On success the encoders
 /// return the octets in `pdu`, on failure, that is for an empty number or a segment that is too
-/// long, 0 and a line in the debug log.
+/// long, 0 and a line in the debug log; `pdu` then holds the octets ahead of the fault.
+///
+/// The two counters of the library, for TP-MR and for the reference of concatenated messages, are 0
+/// at load and never saved; 0 follows their highest value. Any thread may call the functions that
+/// use neither.
 /// @{
 #ifndef KEST_SMS_ENCODE_H
 #define KEST_SMS_ENCODE_H
@@ -52,14 +58,15 @@ enum {
   KEST_SMS_SMSC_SIZE = 12,         ///< octets of the service-centre field of a number of 20 digits
   KEST_SMS_VALIDITY_DEFAULT = 173, ///< TP-VP of an SMS-SUBMIT that names none: seven days (3GPP TS
                                    ///< 23.040, clause 9.2.3.12.1)
-  KEST_SMS_SIZED_TEXT = 2048       ///< characters of the longest text that is measured, without the
-                             ///< terminator; as hexadecimal text it has 1024 octets, and of plain
-                             ///< text the first 1024 octets count
+  KEST_SMS_SIZED_TEXT = 2048       ///< bytes of the longest text that is measured, without the
+                                   ///< terminator: 1024 octets as hexadecimal text; of plain text
+                                   ///< the first 1024 octets count
 };
 
 /// kest_sms_encode_gw_smsc writes the service-centre field for the number `str` and returns its
-/// octets; 0, with nothing written, if `str` is empty. `out` holds `out_size` octets, at least 2;
-/// digits without room are left out.
+/// octets; 0, with nothing written, if `str` is empty: a host then puts one octet 0 in front.
+/// Neither pointer may be null. `out` holds `out_size` octets, at least 2; digits without room are
+/// left out.
 KEST_API int32_t kest_sms_encode_gw_smsc(const char *str, uint8_t *out, int32_t out_size);
 
 /// kest_sms_encode_gw_submit_pdu makes an SMS-SUBMIT that is valid for seven days. TP-MR comes from
@@ -76,10 +83,10 @@ KEST_API uint32_t kest_sms_encode_gw_submit_pdu_with_validity(const char *number
                                                               uint32_t is_hex, uint8_t *pdu,
                                                               uint32_t pdu_size, uint8_t validity);
 
-/// kest_sms_encode_gw_submit_pdu_detail makes an SMS-SUBMIT with the class and, for a segment that
-/// the caller numbers, the concatenation header of `options`. TP-MR is the low octet of
-/// `options->reference`, also without a header. NOTE: the text of a segment is not held to the 152
-/// septets or 133 octets that the header leaves room for; cut it before.
+/// kest_sms_encode_gw_submit_pdu_detail makes an SMS-SUBMIT that is valid for seven days, with the
+/// class and, for a segment that the caller numbers, the concatenation header of `options`. TP-MR
+/// is the low octet of `options->reference`, also without a header. NOTE: the text of a segment is
+/// not held to the 152 septets or 133 octets that the header leaves room for; cut it before.
 KEST_API uint32_t kest_sms_encode_gw_submit_pdu_detail(const char *number, const char *text,
                                                        uint32_t status_report, uint32_t is_hex,
                                                        const kest_sms_encode_options *options,
@@ -87,8 +94,9 @@ KEST_API uint32_t kest_sms_encode_gw_submit_pdu_detail(const char *number, const
 
 /// kest_sms_encode_gw_deliver_pdu makes an SMS-DELIVER. `timestamp` is the service-centre time as
 /// the decoders give it, "YYYY/MM/DD,hh:mm:ss+zz" with the zone in quarters of an hour, read by
-/// position. What a null or short text leaves open of TP-SCTS keeps the octets that `pdu` held. A
-/// `reply_path` other than 0 sets TP-RP.
+/// position. What a null or short text leaves open of TP-SCTS keeps the octets that `pdu` held, and
+/// the zone of a short text follows its last pair of digits. A `reply_path` other than 0 sets
+/// TP-RP.
 KEST_API uint32_t kest_sms_encode_gw_deliver_pdu(const char *number, const char *text,
                                                  const char *timestamp, uint32_t reply_path,
                                                  uint32_t is_hex, uint8_t *pdu, uint32_t pdu_size);
@@ -104,13 +112,13 @@ KEST_API uint32_t kest_sms_encode_gw_deliver_pdu_detail(const char *number, cons
 /// kest_sms_is_long_message returns 1 if `text` needs more than one message, and 0 if it fits one.
 /// An encoder reads 255 octets of it at most, which characters of four octets can exceed. The
 /// result is -1, and a line in the debug log says why, if `text` is null or has more than
-/// KEST_SMS_SIZED_TEXT characters. Any thread may call it.
+/// KEST_SMS_SIZED_TEXT bytes. Any thread may call it.
 KEST_API int32_t kest_sms_is_long_message(const char *text, uint32_t is_hex);
 
 /// kest_sms_get_long_message_segment measures the first segment of `text`. `*segment_len` becomes
-/// its length in characters of `text`: octets, or hexadecimal digits if `is_hex` is not 0. The host
-/// goes on behind them until nothing is left; the number of calls is the `total` of the segments.
-/// It returns the septets or octets that the segment takes, at most 152 or 133, and fails as
+/// its length in bytes of `text`, which are hexadecimal digits if `is_hex` is not 0. The host goes
+/// on behind them until nothing is left; the number of calls is the `total` of the segments. It
+/// returns the septets or octets that the segment takes, at most 152 or 133, and fails as
 /// kest_sms_is_long_message does, also if `segment_len` is null; `*segment_len` stays untouched
 /// then. Any thread may call it.
 ///

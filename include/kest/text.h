@@ -25,7 +25,8 @@ KEST_API uint8_t kest_hexchar_to_binary(char c);
 /// kest_hexstring_to_binary turns the hexadecimal text `str`, high nibble first, into octets and
 /// returns their number. `buf` holds `buf_size` octets, all of which are written: those behind the
 /// text become 0. Characters that are no digits count as 0. An odd last digit is the high nibble of
-/// an octet of its own. If `buf` is too small it stays untouched, and the result is 0.
+/// an octet of its own. If `buf` is too small it stays untouched, the debug log says so, and the
+/// result is 0.
 KEST_API uint16_t kest_hexstring_to_binary(const char *str, uint8_t *buf, uint16_t buf_size);
 
 /// kest_binary_to_hexchar returns the digit of a nibble, in lower case. With KEST_LOG_ERROR in
@@ -39,6 +40,7 @@ KEST_API int8_t kest_binary_to_hexchar_uppercase(uint8_t value);
 /// kest_binary_to_hexstring writes `data_len` octets as hexadecimal text, in lower case, and its
 /// terminator. `str` holds `str_size` bytes, all of which are written: those behind the text become
 /// 0. If `str_size` is below 2 * `data_len` + 1, `str` stays untouched and the debug log says so.
+/// With KEST_LOG_ERROR in `log_level` each digit is a line there, as of kest_binary_to_hexchar.
 KEST_API void kest_binary_to_hexstring(const uint8_t *data, uint16_t data_len, char *str,
                                        uint16_t str_size);
 
@@ -72,7 +74,9 @@ KEST_API int32_t strlen_utf8(const char *s);
 /// scheme (3GPP TS 23.038, clause 5) and returns the bytes in `dst` without the terminator. Septets
 /// are converted as by kest_decode_packed_7bit_gsm_string, without what its NOTE tells; 8 bit data
 /// is copied as it is; UCS-2 is converted as by kest_convert_ucs2_to_utf8, without an odd last
-/// octet. Texts that are no septets can hold NUL bytes.
+/// octet. Texts that are no septets can hold NUL bytes. Bits 3 and 2 tell the alphabet in the
+/// groups 0x4 to 0x7, 0x9 and 0xC to 0xE, bit 2 in 0xF; of the other schemes that are taken 0x11 is
+/// UCS-2, and all else are septets.
 ///
 /// The result is 0, and `dst` stays untouched, if a pointer is null, if there are no septets, or
 /// for the schemes 0x12 to 0x1F, 0x80 to 0x8F, 0xA0 to 0xBF, and those of the groups 0x4 to 0x7,

@@ -40,13 +40,15 @@ typedef struct kest_sms_encode_options {
   uint16_t reference;           ///< of the concatenation header; its low octet is a SUBMIT's TP-MR
   kest_sms_msg_class msg_class; ///< 0 to 3, or KEST_SMS_CLASS_NONE
   uint8_t concatenated;         ///< not 0: the PDU is a segment and carries the header
-  uint8_t total;                ///< segments of the message
-  uint8_t sequence;             ///< number of this segment, from 1
+  uint8_t total;                ///< segments of the message, from 1; not tested
+  uint8_t sequence;             ///< number of this segment, from 1; not tested
 } kest_sms_encode_options;
 
 /// kest_sms_udh_info is what the decoders keep of a user data header (3GPP TS 23.040, clause
 /// 9.2.3.24). The decoders never clear it: a field whose element is not in the header keeps what
-/// the caller put there, so clear the record before each call.
+/// the caller put there, so clear the record before each call. At most seven elements are read, and
+/// the first one of a wrong length or value ends the reading. A concatenation element is valid if
+/// its total is not 0 and its sequence is 1 to the total. A port of 0 can't be told from none.
 typedef struct kest_sms_udh_info {
   uint16_t iei;       ///< identifier of the last element looked at, also of a refused one
   uint16_t reference; ///< of the concatenated message; an 8-bit one stands in the low octet
@@ -68,10 +70,12 @@ enum {
 };
 
 /// kest_sms_cb_info is the header of a cell broadcast message. The decoders clear it first, so that
-/// a field which the message does not have is 0. Of a UMTS message of another type than 1 all but
-/// the first and the type is 0. Fields of ETWS are 0 for identifiers outside 0x1100 to 0x1107,
-/// those of CMAS for identifiers outside 4370 to 4399: look at the identifier first, for 0 is a
-/// value of each.
+/// a field which the message does not have is 0, but that `language` is KEST_CB_LANGUAGE_NONE, and
+/// `total_pages` and `page_number` are 1, in an ETWS primary notification. Of a UMTS message of
+/// another type than 1 all but `format` and the type is 0. Fields of ETWS are 0 for identifiers
+/// outside 0x1100 to 0x1107, those of CMAS for identifiers outside 4370 to 4399: look at the
+/// identifier first, for 0 is a value of each. What ETWS warns of is told by identifier and serial
+/// number; the warning type octets of a primary notification are not read.
 typedef struct kest_sms_cb_info {
   uint32_t format;             ///< KEST_CB_FORMAT_GSM, _UMTS or _ETWS_PRIMARY
   uint16_t message_identifier; ///< source and kind (3GPP TS 23.041, clause 9.4.1.2.2)

@@ -53,10 +53,10 @@ KEST_API ListNode *DelNodeByData(ListNode *head, int32_t data);
 /// @{
 
 /// kest_get_pid_by_name returns the id of the first process, in the order of /proc, whose own name
-/// contains `name`. That is the first argument of its command line, of which 511 octets count, up
-/// to a line feed. The calling process counts as well; one whose command line is empty or can't be
-/// read does not. An empty `name` finds any that counts. The result is -1 if /proc can't be opened
-/// and -2 if there is no such process.
+/// contains `name`, which must not be null. That is the first argument of its command line, of
+/// which 511 octets count, up to a line feed. The calling process counts as well; one whose command
+/// line is empty or can't be read does not. An empty `name` finds any that counts. The result is -1
+/// if /proc can't be opened and -2 if there is no such process.
 KEST_API int32_t kest_get_pid_by_name(const char *name);
 
 /// kest_remove_quotation_mark stores what stands between the first two double quotes of `str` in
@@ -66,9 +66,9 @@ KEST_API int32_t kest_get_pid_by_name(const char *name);
 ///
 /// The result is 0 with a null `*out` for a null or empty `str`, for another character ahead of the
 /// first quote and without memory, and 0 with a block, which is to be freed, for an empty quotation
-/// and for blanks alone. A null `out` gives 0. NOTE: the text ends in a NUL only if
-/// there is a second quote; without one all that follows the first is taken, and only the result
-/// says how much that is.
+/// and for blanks alone. A null `out` gives 0. NOTE: the text ends in a NUL only if there is a
+/// second quote; without one all that follows the first is taken, and only the result says how much
+/// that is.
 KEST_API int32_t kest_remove_quotation_mark(const char *str, char **out);
 
 /// convert_2s_complement_to_int reads the low 8 bits of `value` as a signed field of six bits: 0 to
