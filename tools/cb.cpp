@@ -155,7 +155,7 @@ bool same_broadcast(const cb_message &a, const cb_message &b) {
 }
 
 void run(const cb_options &options) {
-  read_argument<cb_message>("page", options.page,
+  read_messages<cb_message>("page", options.page,
                             {decode, same_broadcast, [&](const cb_message &whole) {
                                view_of(whole).print(options.json);
                              }});

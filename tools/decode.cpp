@@ -198,7 +198,7 @@ bool same_message(const decoded_message &a, const decoded_message &b) {
 }
 
 void run(const decode_options &options) {
-  read_argument<decoded_message>(
+  read_messages<decoded_message>(
       "pdu", options.pdu,
       {[&](const std::string &pdu) { return decode(pdu, options.direction); }, same_message,
        [&](const decoded_message &whole) {

@@ -6,6 +6,8 @@
 
 #include "kest/kest.h"
 #include "tools/commands.h"
+#include "tools/input.h"
+#include "tools/output.h"
 #include "tools/text_view.h"
 
 namespace {
@@ -92,9 +94,10 @@ void add_text_options(CLI::App &command, text_options &options, size_t max_digit
   command.add_option("number", options.number, "Digits, '*' and '#', behind a '+' or not")
       ->required()
       ->check([max_digits](const std::string &number) { return number_fault(number, max_digits); });
-  command.add_option("text", options.words, "The text; words are joined by blanks")
-      ->required()
-      ->type_name("TEXT ...");
+  command
+      .add_option("text", options.words,
+                  "The text; words are joined by blanks. A - reads standard input")
+      ->required();
   command.add_flag("--hex", options.is_hex, "The text is hexadecimal text of its UTF-8 form");
   command.add_flag("--json", options.json, "Write a JSON object for each PDU");
 }
@@ -109,14 +112,18 @@ void add_gw_options(CLI::App &command, gw_options &options) {
 
 std::string message_text(const text_options &options) {
   std::string text;
-  for (const std::string &word : options.words) {
-    text += (text.empty() ? "" : " ") + word;
+  if (options.words == std::vector<std::string>{"-"}) {
+    text = read_text();
+  } else {
+    for (const std::string &word : options.words) {
+      text += (text.empty() ? "" : " ") + word;
+    }
   }
   if (!options.is_hex) {
     return split_surrogates(text);
   }
   if (!is_hex_text(text)) {
-    throw CLI::ValidationError("--hex", "the text is not hexadecimal: '" + text + "'");
+    throw CLI::ValidationError("--hex", "the text is not hexadecimal: '" + printable(text) + "'");
   }
   return text;
 }
@@ -128,7 +135,7 @@ void print_message(const text_options &options, nlohmann::ordered_json object, s
     object["pdu"] = pdu;
     print_json(object);
   } else {
-    std::cout << "AT+CMGS=" << length << '\n' << pdu << '\n';
+    print_line("AT+CMGS=" + std::to_string(length) + '\n' + pdu);
   }
 }
 

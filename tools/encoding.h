@@ -29,7 +29,8 @@ struct gw_options : text_options {
 void add_text_options(CLI::App &command, text_options &options, size_t max_digits);
 void add_gw_options(CLI::App &command, gw_options &options);
 
-// message_text returns the words, with blanks between them, in the form that the encoders take.
+// message_text returns the words, with blanks between them, or for the word "-" alone what
+// standard input holds, in the form that the encoders take.
 std::string message_text(const text_options &options);
 
 // print_message writes a PDU of `length` octets, without those of a service-centre field, in the

@@ -36,14 +36,15 @@ int main(int argc, char **argv) {
   add_ussd_command(app);
   add_sim_command(app);
   add_log_command(app);
+  int status = 0;
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError &error) {
-    return app.exit(error) == 0 ? 0 : BAD_USAGE;
+    status = app.exit(error) == 0 ? 0 : BAD_USAGE;
   } catch (const command_failure &failure) {
     std::cerr << "kest: " << failure.what() << '\n';
     return FAILURE;
   }
   std::cout.flush();
-  return std::cout ? 0 : FAILURE;
+  return std::cout ? status : FAILURE;
 }

@@ -2,13 +2,13 @@
 #pragma once
 #include <algorithm>
 #include <functional>
-#include <iostream>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "tools/commands.h"
+#include "tools/input.h"
 #include "tools/text_view.h"
 
 // What a line holds: a message, or one part of it.
@@ -45,11 +45,15 @@ part joined(part message, const std::map<unsigned, std::string> &texts) {
   return message;
 }
 
-// read_lines reads one message or part a line from standard input, and prints a message when it is
-// whole; what is not whole comes at the end. Blank lines, and a modem's commands and answers
-// between the others, are passed over; a line that fails is named, and does not stop the others.
+// is_modem_talk tells a modem's commands and answers from the PDUs between them.
+inline bool is_modem_talk(const std::string &line) {
+  return line.starts_with("AT") || line.starts_with('+');
+}
+
+// read_parts reads one message or part a line from standard input, and prints a message when it is
+// whole; what is not whole comes at the end. A modem's commands and answers are passed over.
 template <class part>
-void read_lines(const part_commands<part> &commands) {
+void read_parts(const part_commands<part> &commands) {
   struct open_message {
     part first;
     std::map<unsigned, std::string> texts; // of the parts so far
@@ -72,43 +76,31 @@ void read_lines(const part_commands<part> &commands) {
       messages.erase(message);
     }
   };
-  size_t number = 0;
-  size_t failed = 0;
-  for (std::string line; std::getline(std::cin, line);) {
-    ++number;
-    line.erase(line.find_last_not_of(" \t\r") + 1);
-    if (line.empty() || line.starts_with("AT") || line.starts_with('+')) {
-      continue;
+  const auto take_line = [&](const std::string &line) {
+    if (is_modem_talk(line)) {
+      return;
     }
-    try {
-      if (const std::string fault = hex_fault(line); !fault.empty()) {
-        throw command_failure(fault);
-      }
-      take(commands.decode(line));
-    } catch (const command_failure &failure) {
-      std::cerr << "kest: line " << number << ": " << failure.what() << '\n';
-      ++failed;
+    if (const std::string fault = hex_fault(line); !fault.empty()) {
+      throw command_failure(fault);
     }
-  }
-  for (const open_message &open : messages) {
-    commands.print(joined(open.first, open.texts));
-  }
-  if (failed > 0) {
-    throw command_failure(std::to_string(failed) + " of the lines failed");
-  }
+    take(commands.decode(line));
+  };
+  read_lines(take_line, [&] {
+    for (const open_message &open : messages) {
+      commands.print(joined(open.first, open.texts));
+    }
+  });
 }
 
-// read_argument does what read_lines does with one message, from the command line: the positional
-// argument `name`. A "-" makes it read lines.
+// read_messages does so if `argument`, the positional argument `name`, is "-". Any other is one
+// message.
 template <class part>
-void read_argument(const char *name, const std::string &argument,
+void read_messages(const char *name, const std::string &argument,
                    const part_commands<part> &commands) {
   if (argument == "-") {
-    read_lines(commands);
+    read_parts(commands);
     return;
   }
-  if (const std::string fault = hex_fault(argument); !fault.empty()) {
-    throw CLI::ValidationError(name, fault);
-  }
-  commands.print(commands.decode(argument));
+  read_argument(name, argument, hex_fault,
+                [&](const std::string &text) { commands.print(commands.decode(text)); });
 }

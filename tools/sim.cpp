@@ -3,6 +3,7 @@
 
 #include "kest/kest.h"
 #include "tools/commands.h"
+#include "tools/input.h"
 #include "tools/names.h"
 #include "tools/text_view.h"
 
@@ -74,10 +75,9 @@ view view_of(const kest_sim_file_info &info) {
 }
 
 void run(const sim_options &options) {
-  if (const std::string fault = hex_fault(options.answer); !fault.empty()) {
-    throw CLI::ValidationError("answer", fault);
-  }
-  view_of(decode(octets_of(options.answer))).print(options.json);
+  read_argument("answer", options.answer, hex_fault, [&](const std::string &answer) {
+    view_of(decode(octets_of(answer))).print(options.json);
+  });
 }
 
 } // namespace
@@ -85,7 +85,10 @@ void run(const sim_options &options) {
 void add_sim_command(CLI::App &app) {
   const auto options = std::make_shared<sim_options>();
   CLI::App *command = app.add_subcommand("sim", "Decode a SIM's answer to GET RESPONSE");
-  command->add_option("answer", options->answer, "The answer as hexadecimal text")->required();
-  command->add_flag("--json", options->json, "Write a JSON object");
+  command
+      ->add_option("answer", options->answer,
+                   "The answer as hexadecimal text, or - to read one a line from standard input")
+      ->required();
+  command->add_flag("--json", options->json, "Write a JSON object for each answer");
   command->callback([options] { run(*options); });
 }

@@ -5,9 +5,9 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <iostream>
 
 #include "kest/kest.h"
+#include "tools/output.h"
 
 namespace {
 
@@ -150,7 +150,7 @@ std::string readable_time(const std::string &timestamp) {
 
 void print_json(const nlohmann::ordered_json &object) {
   using json = nlohmann::ordered_json;
-  std::cout << object.dump(-1, ' ', false, json::error_handler_t::replace) << '\n';
+  print_line(object.dump(-1, ' ', false, json::error_handler_t::replace));
 }
 
 view::view(std::string title, nlohmann::ordered_json head)
@@ -182,6 +182,6 @@ void view::print(bool json) const {
   if (json) {
     print_json(object_);
   } else {
-    std::cout << readable_ << '\n';
+    print_line(readable_);
   }
 }

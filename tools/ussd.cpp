@@ -4,6 +4,7 @@
 
 #include "kest/kest.h"
 #include "tools/commands.h"
+#include "tools/input.h"
 #include "tools/text_view.h"
 
 namespace {
@@ -28,14 +29,16 @@ std::string ussd_text(unsigned dcs, const std::vector<uint8_t> &octets) {
   return {text.data(), length};
 }
 
-void run(const ussd_options &options) {
-  view shown("USSD string", {{"dcs", options.dcs}});
-  shown.add("text", "text", ussd_text(options.dcs, octets_of(options.octets)));
-  shown.print(options.json);
-}
-
 std::string octets_fault(const std::string &text) {
   return text.size() > 2 * MAX_STRING ? "more than 255 octets" : hex_fault(text);
+}
+
+void run(const ussd_options &options) {
+  read_argument("octets", options.octets, octets_fault, [&](const std::string &octets) {
+    view shown("USSD string", {{"dcs", options.dcs}});
+    shown.add("text", "text", ussd_text(options.dcs, octets_of(octets)));
+    shown.print(options.json);
+  });
 }
 
 } // namespace
@@ -43,12 +46,13 @@ std::string octets_fault(const std::string &text) {
 void add_ussd_command(CLI::App &app) {
   const auto options = std::make_shared<ussd_options>();
   CLI::App *command = app.add_subcommand("ussd", "Decode a USSD string");
-  command->add_option("octets", options->octets, "The string as hexadecimal text")
-      ->required()
-      ->check(octets_fault);
+  command
+      ->add_option("octets", options->octets,
+                   "The string as hexadecimal text, or - to read one a line from standard input")
+      ->required();
   command->add_option("--dcs", options->dcs, "Data coding scheme (3GPP TS 23.038, clause 5)")
       ->check(CLI::Range(0, 255))
       ->capture_default_str();
-  command->add_flag("--json", options->json, "Write a JSON object");
+  command->add_flag("--json", options->json, "Write a JSON object for each string");
   command->callback([options] { run(*options); });
 }

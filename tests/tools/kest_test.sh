@@ -6,6 +6,7 @@ kest=("$@")
 failed=0
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
+fail() { echo "$*" && failed=1; }
 
 # expect STATUS OUTPUT ERROR ARGUMENTS...: ERROR is a piece of standard error, "" for none. Standard
 # input is that of the caller.
@@ -70,6 +71,18 @@ expect 0 '{"type":"CDMA-SUBMIT","length":31,"pdu":"00000210020403004400060100081
   cdma --json --hex 1 80
 expect 0 $'USSD string\n  text           hello' '' ussd E8329BFD06
 expect 0 '{"dcs":72,"text":"A€"}' '' ussd --json --dcs 72 004120AC
+
+# Standard input: all of it is a text, or each line a string or an answer.
+expect 0 $'AT+CMGS=15\n0011000181F10000AD06E8329BFD5600' '' submit 1 - < <(printf 'hello\n\n')
+expect 1 '' 'an octet 0' submit 1 - </dev/zero
+expect 1 '' "can't read standard input" submit 1 - <"$folder"
+expect 1 $'{"dcs":15,"text":"hello"}\n{"dcs":15,"text":"hello"}' \
+  $'kest: line 3: not hexadecimal text, two digits to an octet: \'zz\'\nkest: 1 of' ussd --json - \
+  < <(printf 'E8329BFD06\n\nzz\r\nE8329BFD06 \r\n')
+expect 1 '{"file":"6F07","type":"DF"}' $'kest: line 1: cut off' sim --json - \
+  < <(printf '621E8205\n62088202382183026F07')
+yes 0011000181F10000AD0161 | timeout 60 "${kest[@]}" decode - >/dev/full 2>/dev/null
+[ "${PIPESTATUS[1]}" = 1 ] || fail 'a full disk is no failure'
 
 # Status reports, with what their status means.
 report=0006000B915155214365F7121032110502231210321105022341

@@ -1,0 +1,7 @@
+// tools/output.h: standard output.
+#pragma once
+#include <string>
+
+// print_line writes a line at once, so that whoever reads a pipe gets it when it is complete. It
+// throws a command_failure if it can't be written.
+void print_line(const std::string &line);
