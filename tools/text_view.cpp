@@ -33,6 +33,13 @@ unsigned surrogate_at(std::string_view text) {
          (static_cast<uint8_t>(text[2]) & 0x3Fu);
 }
 
+paint paint_of(std::string_view label) {
+  if (label == "missing") {
+    return paint::CAUTION;
+  }
+  return label == "warning" ? paint::ALARM : paint::LABEL;
+}
+
 } // namespace
 
 bool is_hex_text(std::string_view text) {
@@ -153,8 +160,8 @@ void print_json(const nlohmann::ordered_json &object) {
   print_line(object.dump(-1, ' ', false, json::error_handler_t::replace));
 }
 
-view::view(std::string title, nlohmann::ordered_json head)
-    : readable_(std::move(title)), object_(std::move(head)) {}
+view::view(const std::string &title, nlohmann::ordered_json head)
+    : readable_(painted(paint::TITLE, title)), object_(std::move(head)) {}
 
 void view::add(const char *key, const char *label, const nlohmann::ordered_json &value,
                std::string shown) {
@@ -169,7 +176,8 @@ void view::add(const char *key, const char *label, const nlohmann::ordered_json 
   for (size_t i = 0; (i = shown.find('\n', i)) != std::string::npos; i += 18) {
     shown.insert(i + 1, 17, ' ');
   }
-  readable_ += std::string("\n  ") + label + std::string(15 - strlen(label), ' ') + shown;
+  readable_ +=
+      "\n  " + painted(paint_of(label), label) + std::string(15 - strlen(label), ' ') + shown;
 }
 
 void view::add_missing(const std::vector<unsigned> &numbers) {

@@ -49,7 +49,7 @@ void print_json(const nlohmann::ordered_json &object);
 class view {
 public:
   // The title stands above the readable form; `head` are the first fields of the object.
-  explicit view(std::string title, nlohmann::ordered_json head = {});
+  explicit view(const std::string &title, nlohmann::ordered_json head = {});
 
   // add appends a field. The readable form shows it behind `label`, of at most 14 characters, as
   // `shown`, or as it is if that is empty, made printable.

@@ -166,6 +166,21 @@ for command in '' submit deliver cdma decode cb ussd sim log; do
   "${kest[@]}" $command --help | grep -q Usage || { echo "no help for '$command'" && failed=1; }
 done
 
+# A terminal gets colours unless it does not want them; nothing else does.
+coloured() { # coloured PATTERN TERM NO_COLOR ARGUMENTS
+  local got
+  got=$(TERM=$2 NO_COLOR=$3 script -qec "${kest[*]@Q} $4" /dev/null </dev/null | tr -d '\r')
+  # shellcheck disable=SC2053
+  [[ $got == $1 ]] || fail "TERM=$2 NO_COLOR=$3: kest $4: $got"
+}
+echo "${pages[2]}" >"$folder/page"
+coloured $'\e\\[1mGSM cell broadcast\e\\[0m\n  \e\\[36midentifier\e\\[0m     4371, CMAS\n*
+  \e\\[31mwarning\e\\[0m        ext*\n  \e\\[33mmissing\e\\[0m        1, 2\n*' xterm '' "cb - <${folder@Q}/page"
+coloured $'USSD string\n  text           hello' dumb '' 'ussd E8329BFD06'
+coloured $'USSD string\n  text           hello' xterm 1 'ussd E8329BFD06'
+coloured $'USSD string\n  text           hello' xterm '' 'ussd E8329BFD06 | cat'
+coloured '{"dcs":15,"text":"hello"}' xterm '' 'ussd --json E8329BFD06'
+
 # The debug log comes back as plain text.
 "${kest[@]}" --trace "$folder/log" submit 1 --hex 41 >"$folder/out"
 "${kest[@]}" log "$folder/log" | grep -qE '^[0-9/]+ [0-9:]+, pid: *[0-9]+, kest_sms_encode_long_gw_submit_pdu_with_validity buf\[0\]: 0x41$' ||
