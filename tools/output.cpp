@@ -1,8 +1,10 @@
 #include "tools/output.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 
+#include <poll.h>
 #include <unistd.h>
 
 #include "tools/commands.h"
@@ -39,4 +41,12 @@ std::string painted(paint colour, const std::string &text) {
     return text;
   }
   return std::string("\x1b[") + RENDITIONS[static_cast<size_t>(colour)] + 'm' + text + "\x1b[0m";
+}
+
+void wait_beside_output(int milliseconds) {
+  pollfd output = {STDOUT_FILENO, 0, 0}; // errors alone
+  if (poll(&output, 1, milliseconds) > 0) {
+    kill(getpid(), SIGPIPE);
+    throw command_failure("standard output is gone"); // where the signal is ignored
+  }
 }

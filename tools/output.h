@@ -10,3 +10,7 @@ void print_line(const std::string &line);
 // terminal that wants colours.
 enum class paint { TITLE, LABEL, CAUTION, ALARM };
 std::string painted(paint colour, const std::string &text);
+
+// wait_beside_output waits, and ends the program by SIGPIPE if standard output is gone: nobody
+// reads what there is to wait for.
+void wait_beside_output(int milliseconds);

@@ -81,6 +81,7 @@ expect 1 $'{"dcs":15,"text":"hello"}\n{"dcs":15,"text":"hello"}' \
   < <(printf 'E8329BFD06\n\nzz\r\nE8329BFD06 \r\n')
 expect 1 '{"file":"6F07","type":"DF"}' $'kest: line 1: cut off' sim --json - \
   < <(printf '621E8205\n62088202382183026F07')
+expect 0 $'1\n22' '' log - < <(printf '\xCE\n\xCD\xCD')
 yes 0011000181F10000AD0161 | timeout 60 "${kest[@]}" decode - >/dev/full 2>/dev/null
 [ "${PIPESTATUS[1]}" = 1 ] || fail 'a full disk is no failure'
 
@@ -161,6 +162,7 @@ expect 1 '' 'segment 1 does not fit' submit 1 --class 0 --hex "$(printf '7B%.0s'
 expect 1 '' "can't be encoded" submit --hex 1 "$(printf '61%.0s' {1..200})C3"
 expect 1 '' 'over 255 octets' submit --hex 1 "$(printf 'F09F9880%.0s' {1..70})"
 expect 0 $'AT+CMGS=10\n0011000181F10000AD0161' 'a receiver reads: a' submit 1 $'a\x01'
+expect 2 '' 'has no name' log -f -
 for command in '' submit deliver cdma decode cb ussd sim log; do
   # shellcheck disable=SC2086
   "${kest[@]}" $command --help | grep -q Usage || { echo "no help for '$command'" && failed=1; }
@@ -183,8 +185,32 @@ coloured '{"dcs":15,"text":"hello"}' xterm '' 'ussd --json E8329BFD06'
 
 # The debug log comes back as plain text.
 "${kest[@]}" --trace "$folder/log" submit 1 --hex 41 >"$folder/out"
-"${kest[@]}" log "$folder/log" | grep -qE '^[0-9/]+ [0-9:]+, pid: *[0-9]+, kest_sms_encode_long_gw_submit_pdu_with_validity buf\[0\]: 0x41$' ||
-  { echo 'no such line in the log' && failed=1; }
-"${kest[@]}" log --json "$folder/log" | grep -qE '^\{"time":"[0-9/]+ [0-9:]+","pid":[0-9]+,"text":"kest_sms_encode_long_gw_submit_pdu_with_validity buf_len: 1"\}$' ||
-  { echo 'no such object in the log' && failed=1; }
+"${kest[@]}" log "$folder/log" | grep -E '^[0-9/]+ [0-9:]+, pid: *[0-9]+, kest_sms_encode_long_gw_submit_pdu_with_validity buf\[0\]: 0x41$' >/dev/null ||
+  fail 'no such line in the log'
+"${kest[@]}" log --json "$folder/log" | grep -E '^\{"time":"[0-9/]+ [0-9:]+","pid":[0-9]+,"text":"kest_sms_encode_long_gw_submit_pdu_with_validity buf_len: 1"\}$' >/dev/null ||
+  fail 'no such object in the log'
+
+# A followed log, its records 1 to 6, complemented. It is not there at first; a record waits for its
+# end; one that never gets it comes ahead of the rotation; the new file is truncated.
+await() { # await LINES FILE: waits until that is what the file holds
+  timeout 60 bash -c 'until [ "$(cat "$1")" = "$0" ]; do sleep 0.1; done' "$1" "$2" ||
+    fail "$(basename "$2") has '$(cat "$2")' and not '$1'"
+}
+live=$folder/live
+timeout 300 "${kest[@]}" log -f "$live" >"$folder/out" 2>"$folder/stderr" &
+await "kest: waiting for '$live'" "$folder/stderr"
+printf '\xCE\n\xCD' >"$live"
+await 1 "$folder/out"
+printf '\xCD\n\xCC' >>"$live"
+mv "$live" "$live.1"
+printf '\xCB\n\xCA\xCA\n' >"$live"
+await $'1\n22\n3\n4\n55' "$folder/out"
+printf '\xC9\n' >"$live"
+await $'1\n22\n3\n4\n55\n6' "$folder/out"
+kill $!
+wait $! 2>/dev/null
+[ $? = 143 ] || fail 'a signal does not end log -f'
+timeout 60 "${kest[@]}" log -f --json "$live" 2>/dev/null | grep -m1 -q '"text":"6"'
+[[ ${PIPESTATUS[*]} =~ ^(1|141)\ 0$ ]] || fail 'log -f does not end with its reader'
+
 exit "$failed"
