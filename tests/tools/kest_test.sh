@@ -3,6 +3,7 @@
 # KEST is a command: an emulator may stand ahead of the program.
 set -uo pipefail
 kest=("$@")
+tools=$(dirname "$0")/../../tools
 failed=0
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -163,9 +164,12 @@ expect 1 '' "can't be encoded" submit --hex 1 "$(printf '61%.0s' {1..200})C3"
 expect 1 '' 'over 255 octets' submit --hex 1 "$(printf 'F09F9880%.0s' {1..70})"
 expect 0 $'AT+CMGS=10\n0011000181F10000AD0161' 'a receiver reads: a' submit 1 $'a\x01'
 expect 2 '' 'has no name' log -f -
+
+# Each option has its place in the page of its command.
 for command in '' submit deliver cdma decode cb ussd sim log; do
-  # shellcheck disable=SC2086
-  "${kest[@]}" $command --help | grep -q Usage || { echo "no help for '$command'" && failed=1; }
+  diff <("${kest[@]}" ${command:+"$command"} --help | sed -nE 's/^  (-[^ ]+).*/\1/p' | tr , '\n' | sort) \
+    <(grep '^\.It Fl' "$tools/man/kest${command:+-$command}.1" | grep -o 'Fl [^ ]*' | sed 's/Fl /-/' | sort) ||
+    fail "the page of kest $command has other options"
 done
 
 # A terminal gets colours unless it does not want them; nothing else does.
@@ -212,5 +216,4 @@ wait $! 2>/dev/null
 [ $? = 143 ] || fail 'a signal does not end log -f'
 timeout 60 "${kest[@]}" log -f --json "$live" 2>/dev/null | grep -m1 -q '"text":"6"'
 [[ ${PIPESTATUS[*]} =~ ^(1|141)\ 0$ ]] || fail 'log -f does not end with its reader'
-
 exit "$failed"
