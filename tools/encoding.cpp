@@ -104,8 +104,8 @@ void add_text_options(CLI::App &command, text_options &options, size_t max_digit
 
 void add_gw_options(CLI::App &command, gw_options &options) {
   add_text_options(command, options, GW_DIGITS);
-  command.add_option("--class", options.msg_class, "Message class, 0 to 3")
-      ->check(CLI::Range(0, 3));
+  command.add_option("--class", options.msg_class, "Message class")
+      ->check(CLI::IsMember({0, 1, 2, 3}));
   command.add_option("--smsc", options.smsc, "Service-centre number to put in front")
       ->check([](const std::string &number) { return number_fault(number, GW_DIGITS); });
 }

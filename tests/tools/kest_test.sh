@@ -216,4 +216,24 @@ wait $! 2>/dev/null
 [ $? = 143 ] || fail 'a signal does not end log -f'
 timeout 60 "${kest[@]}" log -f --json "$live" 2>/dev/null | grep -m1 -q '"text":"6"'
 [[ ${PIPESTATUS[*]} =~ ^(1|141)\ 0$ ]] || fail 'log -f does not end with its reader'
+
+# Completion offers what --help tells. `-o default` stands for file names.
+kest() { "${kest[@]}" "$@"; }
+compopt() { asked=$*; }
+# shellcheck source=tools/completion/kest
+source "$tools/completion/kest"
+completed() { # completed OFFERED WORD...: the last word is to be completed
+  local asked='' COMP_WORDS=("${@:2}") COMP_CWORD=$(($# - 2))
+  _kest kest "${!#}" "${COMP_WORDS[COMP_CWORD - 1]}"
+  [ "$asked${COMPREPLY[*]}" = "$1" ] || fail "completion of '${*:2}': $asked${COMPREPLY[*]}"
+}
+completed 'submit deliver cdma decode cb ussd sim log' kest ''
+completed 'submit sim' kest --trace log s
+completed 'submit sim' kest --trace = log s
+completed '-o default' kest --trace ''
+completed '' kest submit --smsc ''
+completed '0 1 2 3' kest deliver --class ''
+completed 'received' kest decode --json --direction = r
+completed '-o default' kest log -f ''
+completed '--follow' kest log --f
 exit "$failed"
