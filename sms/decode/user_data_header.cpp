@@ -44,7 +44,7 @@ struct element_row {
   element what;
 };
 
-// TS 23.040, clauses 9.2.3.24.1 to 9.2.3.24.11.
+// TS 23.040, clause 9.2.3.24.
 constexpr element_row ELEMENT_ROWS[] = {
     {0x00, {test::AT_LEAST, 3, 3, content::CONCATENATED_8BIT}},
     {0x08, {test::AT_LEAST, 4, 4, content::CONCATENATED_16BIT}},
@@ -67,8 +67,9 @@ constexpr element_row ELEMENT_ROWS[] = {
 constexpr element UNKNOWN_ELEMENT = {test::BELOW, 227, 0};
 
 // The rows by their identifiers.
-constexpr std::array<element, 0x21> ELEMENTS = [] {
-  std::array<element, 0x21> elements = {};
+constexpr size_t ELEMENT_COUNT = 0x21; // one more than the highest of them
+constexpr std::array<element, ELEMENT_COUNT> ELEMENTS = [] {
+  std::array<element, ELEMENT_COUNT> elements = {};
   elements.fill(UNKNOWN_ELEMENT);
   for (const element_row &row : ELEMENT_ROWS) {
     elements[row.iei] = row.what;
