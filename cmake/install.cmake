@@ -9,6 +9,9 @@ install(TARGETS kest_utils EXPORT kest_utils
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
 install(DIRECTORY include/kest DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libkest-utils-dev/examples
+  COMPONENT development FILES_MATCHING PATTERN "*.[ch]")
+
 # The package has no dependencies, so its targets are all that its file has to tell.
 install(EXPORT kest_utils NAMESPACE kest_utils:: FILE kest_utils-config.cmake
   DESTINATION ${CMAKE_DIR} COMPONENT development)
@@ -62,7 +65,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${SAME_VERSION}, libc6-dev")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "headers and reference of libkest_utils
 What a host in C or C++ needs: the headers, what pkg-config and CMake need to
-find the library, and its reference as man pages and HTML.")
+find the library, its reference as man pages and HTML, and examples.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME kest-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
