@@ -1,5 +1,9 @@
 # scripts/build.sh: sourced by the commands of the folder above.
 
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
 # need_packages NAME...: installs the Debian packages among NAME that are not there yet.
 need_packages() {
   local missing=() name
@@ -12,11 +16,7 @@ need_packages() {
     return
   fi
   echo "== Installing ${missing[*]}"
-  local as_root=()
-  if [ "$(id -u)" -ne 0 ]; then
-    as_root=(sudo)
-  fi
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive sh -c '
+  as_root env DEBIAN_FRONTEND=noninteractive sh -c '
     apt-get -qq update && apt-get -qq install --yes --no-install-recommends "$@" >/dev/null
   ' apt "${missing[@]}" </dev/null
 }
