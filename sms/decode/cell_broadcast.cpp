@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr size_t PAGE_SIZE = 82; // octets of content; a UMTS message has a length octet behind them
+constexpr size_t PAGE_OCTETS = 82; // of content; a UMTS message has a length octet after them
 constexpr size_t MAX_UNITS = 1252;
 constexpr size_t MAX_UTF8_SIZE = 3 * MAX_UNITS;
 static_assert(KEST_SMS_CB_TEXT_SIZE == 2 * MAX_UNITS + 1);
@@ -66,14 +66,14 @@ void add_page(const page &from, const kest_sms_cb_info &info, text_units &text) 
 bool read_umts_pages(const char *log_name, octet_reader &in, kest_sms_cb_info &info,
                      text_units &text) {
   info.total_pages = read_octet(in);
-  if (info.total_pages * (PAGE_SIZE + 1) > in.octets.size() - in.pos) {
+  if (info.total_pages * (PAGE_OCTETS + 1) > in.octets.size() - in.pos) {
     kest_log(log_level & KEST_LOG_ERROR, "%s user data length not correct !!!\n", log_name);
     return false;
   }
   for (unsigned i = 0; i < info.total_pages; ++i) {
-    const std::span<const uint8_t> content = in.octets.subspan(in.pos, PAGE_SIZE);
-    skip_octets(in, PAGE_SIZE);
-    add_page({content, std::min<size_t>(read_octet(in), PAGE_SIZE)}, info, text);
+    const std::span<const uint8_t> content = in.octets.subspan(in.pos, PAGE_OCTETS);
+    skip_octets(in, PAGE_OCTETS);
+    add_page({content, std::min<size_t>(read_octet(in), PAGE_OCTETS)}, info, text);
   }
   return true;
 }

@@ -58,9 +58,13 @@ constexpr cmas_row CMAS_ROWS[] = {
     {6, -1, -1, -1},                                           // operator defined
 };
 
+// read_number returns 0 if one of the two octets is missing: half an identifier names another
+// message.
 unsigned read_number(octet_reader &in) {
+  const bool whole = in.octets.size() - in.pos >= 2;
   const unsigned high = read_octet(in);
-  return high << 8 | read_octet(in);
+  const unsigned number = high << 8 | read_octet(in);
+  return whole ? number : 0;
 }
 
 void read_serial_number(octet_reader &in, kest_sms_cb_info &info) {

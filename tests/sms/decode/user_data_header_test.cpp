@@ -16,11 +16,14 @@ TEST(UserDataHeader, WalksItsElements) {
     }
     SCOPED_TRACE(row.dump());
     const debug_log log(KEST_LOG_ERROR);
-    const std::vector<uint8_t> header = octets_value(row, "header");
+    std::vector<uint8_t> header = octets_value(row, "header");
+    const size_t size = header.size();
+    header.push_back(1); // is no part of it
     const kest_sms_udh_info before = {0xEEEE, 0xEEEE, 0xEE, 0xEE, 0xEEEE, 0xEEEE};
     kest_sms_udh_info udh = before;
     uint32_t flag = 0xEEEE;
-    EXPECT_EQ(kest_decode_user_data_header({header}, &udh, &flag), header[0]);
+    EXPECT_EQ(kest_decode_user_data_header({std::span(header).first(size)}, &udh, &flag),
+              header[0]);
     EXPECT_EQ(json(udh), changed(before, row, "udh"));
     EXPECT_EQ(flag, row["flag"]);
     const std::string line = row.value("line", "");
