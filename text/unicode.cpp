@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "kest/text.h"
+#include "text/apart.h"
 #include "text/word.h"
 
 namespace {
@@ -322,10 +323,16 @@ uint16_t kest_convert_utf8_to_ucs2(const char *str, uint16_t limit, uint16_t *ds
 
 uint16_t kest_convert_ucs2_to_utf8(const uint16_t *src, uint16_t len, char *dst) {
   const size_t units = len / 2;
-  const uint16_t *source = src;
+  const size_t room = units * 3; // a unit takes at most three
+  heap_block copy(nullptr, free);
+  const auto *source =
+      static_cast<const uint16_t *>(kest_keep_apart(src, units * sizeof *src, dst, room + 1, copy));
+  if (source == nullptr && units > 0) {
+    return 0;
+  }
   auto *const bytes = reinterpret_cast<uint8_t *>(dst);
   uint8_t *target = bytes;
-  kest_utf16_to_utf8(source, src + units, target, bytes + units * 3); // a unit takes at most three
+  kest_utf16_to_utf8(source, source + units, target, bytes + room);
   *target = '\0';
   return static_cast<uint16_t>(target - bytes);
 }

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "kest/text.h"
+#include "text/apart.h"
 #include "text/gsm_alphabet.h"
 #include "text/septets.h"
 
@@ -55,7 +56,7 @@ uint32_t put_codes(const uint8_t *codes, uint32_t count, char *dst) {
 }
 
 uint32_t copy_octets(const uint8_t *src, uint8_t len, char *dst) {
-  memcpy(dst, src, len);
+  memmove(dst, src, len);
   dst[len] = '\0';
   return len;
 }
@@ -96,12 +97,18 @@ uint32_t kest_decode_septets_to_utf8(const uint8_t *src, uint16_t len, char *dst
   // text. From the others, too, a last carriage return is taken as padding, but none is put anyway.
   constexpr uint16_t BLOCK = 7 * 16;
   uint8_t codes[BLOCK * 8 / 7];
+  heap_block copy(nullptr, free);
+  const size_t room = 2 * (size_t{len} * 8 / 7) + 1;
+  const auto *octets = static_cast<const uint8_t *>(kest_keep_apart(src, len, dst, room, copy));
+  if (octets == nullptr) {
+    return 0;
+  }
   uint32_t written = 0;
-  for (; len > BLOCK; src += BLOCK, len = static_cast<uint16_t>(len - BLOCK)) {
-    written += put_codes(codes, kest_unpack_ussd_septets(codes, src, BLOCK), dst + written);
+  for (; len > BLOCK; octets += BLOCK, len = static_cast<uint16_t>(len - BLOCK)) {
+    written += put_codes(codes, kest_unpack_ussd_septets(codes, octets, BLOCK), dst + written);
   }
   return written +
-         kest_gsm_to_utf8(codes, kest_unpack_ussd_septets(codes, src, len), dst + written);
+         kest_gsm_to_utf8(codes, kest_unpack_ussd_septets(codes, octets, len), dst + written);
 }
 
 uint32_t kest_convert_ussd_string_to_utf8(uint8_t dcs, uint8_t len, const uint8_t *src, char *dst) {
@@ -125,9 +132,10 @@ uint32_t kest_convert_ussd_string_to_utf8(uint8_t dcs, uint8_t len, const uint8_
 
 uint32_t kest_decode_packed_7bit_gsm_string(char *dst, const uint8_t *src, uint16_t len) {
   constexpr unsigned EIGHTH_SEPTET = 0xFE; // of the last octet of seven
+  const bool zero_ends =
+      src != nullptr && len != 0 && len % 7 == 0 && (src[len - 1] & EIGHTH_SEPTET) == 0;
   const uint32_t written = kest_decode_septets_to_utf8(src, len, dst);
-  if (written != 0 && len % 7 == 0 && (src[len - 1] & EIGHTH_SEPTET) == 0 &&
-      dst[written - 1] == '@') {
+  if (written != 0 && zero_ends && dst[written - 1] == '@') {
     dst[written - 1] = '\0';
   }
   return written;

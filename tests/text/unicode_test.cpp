@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "kest/text.h"
+#include "tests/support/failing_malloc.h"
 #include "tests/support/vectors.h"
 
 namespace {
@@ -117,6 +118,26 @@ TEST(Unicode, TextsCrossAsTheirCharacters) {
       }
     }
   }
+}
+
+TEST(Unicode, OverlappingBuffersChangeNothing) {
+  const units source = {0x20AC, 0x20AD, 0x20AE, 0x0041};
+  const std::string text = to_utf8(source);
+  for (size_t from = 0; from <= 8; ++from) {
+    for (size_t to = 0; to <= 16; ++to) {
+      std::vector<uint16_t> block(20);
+      std::copy(source.begin(), source.end(), block.begin() + static_cast<ptrdiff_t>(from));
+      char *const dst = reinterpret_cast<char *>(block.data()) + to;
+      ASSERT_EQ(kest_convert_ucs2_to_utf8(block.data() + from, 8, dst), 10) << from << ' ' << to;
+      ASSERT_EQ(dst, text) << from << ' ' << to;
+    }
+  }
+  units in_place = source;
+  mallocs_left = 0;
+  EXPECT_EQ(
+      kest_convert_ucs2_to_utf8(in_place.data(), 8, reinterpret_cast<char *>(in_place.data())), 0);
+  mallocs_left = -1;
+  EXPECT_EQ(in_place, source) << "without memory for a copy";
 }
 
 // All first and second bytes: table 3-7 of the standard.

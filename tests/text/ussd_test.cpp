@@ -14,18 +14,19 @@ using octet_string = std::vector<uint8_t>;
 // What a converter leaves in an exact block of `size` bytes that held '~', and its result.
 using converted = std::pair<std::string, uint32_t>;
 
-// convert takes the scheme's way, or that of packed septets for a scheme of -1.
+// call takes the scheme's way, or that of packed septets for a scheme of -1.
+uint32_t call(int dcs, const uint8_t *src, size_t len, char *dst) {
+  return dcs < 0 ? kest_decode_packed_7bit_gsm_string(dst, src, static_cast<uint16_t>(len))
+                 : kest_convert_ussd_string_to_utf8(static_cast<uint8_t>(dcs),
+                                                    static_cast<uint8_t>(len), src, dst);
+}
+
 converted convert(int dcs, const octet_string &src, size_t size) {
   const std::unique_ptr<uint8_t[]> exact(new uint8_t[src.size()]); // not null, also if empty
   std::copy(src.begin(), src.end(), exact.get());
   const std::unique_ptr<char[]> dst(new char[size]);
   memset(dst.get(), '~', size);
-  const uint32_t result =
-      dcs < 0 ? kest_decode_packed_7bit_gsm_string(dst.get(), exact.get(),
-                                                   static_cast<uint16_t>(src.size()))
-              : kest_convert_ussd_string_to_utf8(static_cast<uint8_t>(dcs),
-                                                 static_cast<uint8_t>(src.size()), exact.get(),
-                                                 dst.get());
+  const uint32_t result = call(dcs, exact.get(), src.size(), dst.get());
   return {{dst.get(), size}, result};
 }
 
@@ -123,6 +124,24 @@ TEST(Ussd, EverySchemeAndLength) {
       } else {
         const size_t size = len * 3 / 2 + 1;
         ASSERT_EQ(convert(dcs, src, size), written(text_of_units(src, way == 'k'), size));
+      }
+    }
+  }
+}
+
+// In place, and with `dst` some octets ahead or behind, of a text of one block and of several.
+TEST(Ussd, OverlappingBuffersChangeNothing) {
+  for (const size_t len : {7u, 14u, 255u}) {
+    octet_string src = some_octets(len);
+    src[len - 1] = 0; // a commercial at sign, or its fill
+    for (const int dcs : {-1, 15, 0x44, 0x48}) {
+      const converted apart = convert(dcs, src, 600);
+      for (size_t to = 0; to <= 600; to += to < 310 && to > 290 ? 1 : 10) {
+        octet_string block(1200, '~');
+        std::copy(src.begin(), src.end(), block.begin() + 300);
+        char *const dst = reinterpret_cast<char *>(block.data()) + to;
+        ASSERT_EQ(call(dcs, block.data() + 300, len, dst), apart.second) << dcs << ' ' << to;
+        ASSERT_STREQ(dst, apart.first.c_str()) << dcs << ' ' << to;
       }
     }
   }
