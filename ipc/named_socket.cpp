@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "kest/log.h"
+#include "util/uncancelled.h"
 
 static_assert(offsetof(sockaddr_un, sun_path) == 2 && sizeof(sockaddr_un) == 110);
 
@@ -47,6 +48,7 @@ bool bind_new(const char *log_name, const char *name, int fd, const sockaddr_un 
 
 int create(const char *log_name, const char *name, sockaddr_un *addr_out, int type, mode_t mode,
            uid_t owner, gid_t group) {
+  const uncancelled whole;
   const int fd = socket(AF_UNIX, type, 0);
   if (fd < 0) {
     log_message(LOG_ERR, "%s: Failed to open socket '%s': %s\n", log_name, name, error_text());
@@ -70,24 +72,38 @@ int create(const char *log_name, const char *name, sockaddr_un *addr_out, int ty
   return fd;
 }
 
-} // namespace
-
-int32_t writen(int fd, const void *buf, int32_t n) {
-  const auto *rest = static_cast<const char *>(buf);
-  int32_t left = n;
-  while (left > 0) {
-    const ssize_t written = write(fd, rest, static_cast<size_t>(left));
+// write_part writes at least one octet, whatever signals come. It returns how many, or -1.
+ssize_t write_part(int fd, const char *octets, int32_t n) {
+  for (;;) {
+    errno = 0; // a result of 0 sets none
+    const ssize_t written = write(fd, octets, static_cast<size_t>(n));
     if (written > 0) {
-      rest += written;
-      left -= static_cast<int32_t>(written);
-    } else if (errno != EINTR) {
+      return written;
+    }
+    if (errno != EINTR) {
       return -1;
     }
   }
-  return n;
+}
+
+} // namespace
+
+int32_t writen(int fd, const void *buf, int32_t n) {
+  if (n <= 0) {
+    return n;
+  }
+  const auto *octets = static_cast<const char *>(buf);
+  ssize_t part = write_part(fd, octets, n);
+  const uncancelled rest; // a part is out
+  int32_t left = n;
+  while (part > 0 && (left -= static_cast<int32_t>(part)) > 0) {
+    part = write_part(fd, octets + n - left, left);
+  }
+  return part > 0 ? n : -1;
 }
 
 int connect_socket_server(const char *name, int type) {
+  const uncancelled whole;
   constexpr char LOG_NAME[] = "connect_socket_server";
   log_message(LOG_DEBUG, "%s: connect to Server %s\n", LOG_NAME, name);
   sockaddr_un address;

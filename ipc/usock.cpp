@@ -8,6 +8,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "util/uncancelled.h"
+
 namespace {
 
 constexpr uint32_t TYPE_MASK = 0xFF;
@@ -100,6 +102,7 @@ void usock_apply_flags(int fd, uint32_t flags) {
 } // namespace
 
 int usock(uint32_t flags, const char *host, const char *service) {
+  const uncancelled whole;
   const int type = (flags & TYPE_MASK) != 0 ? SOCK_DGRAM : SOCK_STREAM;
   const bool server = (flags & USOCK_FLAG_SERVER) != 0;
   const int fd = (flags & USOCK_FLAG_LOCAL_PATH) != 0

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <memory>
 
+#include "util/uncancelled.h"
+
 static_assert(offsetof(orba_queue_node, data) == sizeof(void *) &&
               offsetof(orba_queue_node, sync) == 2 * sizeof(void *) &&
               sizeof(orba_queue_node) == 3 * sizeof(void *));
@@ -82,10 +84,17 @@ heap<orba_queue_sync> make_record(void *value) {
   return record;
 }
 
+// unlock is called for a thread that is cancelled while it waits.
+void unlock(void *mutex) {
+  pthread_mutex_unlock(static_cast<pthread_mutex_t *>(mutex));
+}
+
 // wait_until_done returns when the consumer is done with the element, and with the record. A
 // condition may wake without a signal, so `done` decides. The pusher may see it while the consumer
-// is still to give its signal, and then waits for `in_use`, which the consumer holds by then.
+// is still to give its signal, and then waits for `in_use`, which the consumer holds by then. The
+// consumer uses record and value until it is done: a request to cancel the pusher waits as well.
 void wait_until_done(orba_queue_sync &record) {
+  const uncancelled whole;
   while (record.done == 0) {
     pthread_cond_wait(&record.cond, &record.mutex);
   }
@@ -132,9 +141,11 @@ int32_t orba_queue_push(orba_queue *queue, void *data, void *value) {
 
 void *orba_queue_pop(orba_queue *queue, void **value_out, orba_queue_node **node_out) {
   pthread_mutex_lock(&queue->mutex);
+  pthread_cleanup_push(unlock, &queue->mutex);
   while (queue->head == nullptr) {
     pthread_cond_wait(&queue->cond, &queue->mutex);
   }
+  pthread_cleanup_pop(0);
   orba_queue_node *node = unlink_oldest(*queue);
   pthread_mutex_unlock(&queue->mutex);
   return deliver(node, value_out, node_out);

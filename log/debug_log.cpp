@@ -1,27 +1,37 @@
 #include "kest/log.h"
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 
+#include <fcntl.h>
 #include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "log/over_fork.h"
+#include "log/unnoticed.h"
+
 namespace {
 
-constexpr size_t TEXT_SIZE = 2048;  // a longer line is cut to one byte less
-constexpr size_t PREFIX_SIZE = 512; // of the time and the process id
+constexpr size_t TEXT_SIZE = 2048; // a longer line is cut to one byte less
+constexpr size_t PREFIX_SIZE = 64; // of the time and the process id: at most 44 bytes
 constexpr size_t ROTATED_NAME_SIZE = 256;
 constexpr size_t LOG_FILE_MAX_LEN = ROTATED_NAME_SIZE - sizeof ".1";
 
 std::atomic<int32_t> kest_log_enabled{1};
 
 // Guards the log file from the rotation test to the close, so that records do not mix and only one
-// thread rotates. No other lock is taken under it.
+// thread rotates. No other lock of the library is taken under it.
 pthread_mutex_t kest_log_mutex = PTHREAD_MUTEX_INITIALIZER;
+
+[[gnu::constructor]] void keep_over_fork() {
+  kest_hold_over_fork<kest_log_mutex>();
+}
 
 // rotate makes room by renaming a file that has passed the limit; an earlier one is replaced.
 void rotate() {
@@ -34,42 +44,46 @@ void rotate() {
   rename(LOG_FILE, rotated);
 }
 
-void format_prefix(char (&prefix)[PREFIX_SIZE]) {
+// A record while it is made: the text, with room for the prefix before it.
+using line_buffer = std::array<char, PREFIX_SIZE + TEXT_SIZE>;
+
+// format_prefix writes the prefix to the start of `line` and returns its length.
+size_t format_prefix(line_buffer &line) {
   const time_t now = time(nullptr);
   struct tm local = {};
   tzset(); // localtime_r alone may miss a change of TZ
   localtime_r(&now, &local);
-  snprintf(prefix, sizeof prefix, "%04d/%02d/%02d %02d:%02d:%02d, pid:%5d, ", local.tm_year + 1900,
-           local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec,
-           static_cast<int>(getpid()));
+  snprintf(line.data(), PREFIX_SIZE, "%04d/%02d/%02d %02d:%02d:%02d, pid:%5d, ",
+           local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
+           local.tm_sec, static_cast<int>(getpid()));
+  return strlen(line.data());
 }
 
-// complement inverts the bits of each byte. A byte 0xFF becomes a terminator: the text ends there.
-void complement(char *text) {
-  for (; *text != '\0'; ++text) {
-    *text = static_cast<char>(~*text);
-  }
-}
-
-void append_record(char *text) {
-  char prefix[PREFIX_SIZE];
-  format_prefix(prefix);
-  FILE *file = fopen(LOG_FILE, "at");
-  if (file == nullptr) {
+// append_record appends by one write, so that records of several processes do not mix. A byte 0xFF
+// ends the text, for its complement is a terminator.
+void append_record(line_buffer &line) {
+  const size_t prefix = format_prefix(line);
+  const int file = open(LOG_FILE, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
+  if (file < 0) {
     return;
   }
-  complement(text);
-  complement(prefix);
-  fprintf(file, "%s%s\n", prefix, text);
-  fclose(file);
+  char *const start = line.data() + PREFIX_SIZE - prefix;
+  memmove(start, line.data(), prefix);
+  char *const end = start + strcspn(start, "\xFF");
+  std::transform(start, end, start, [](char c) { return static_cast<char>(~c); });
+  *end = '\n';
+  [[maybe_unused]] const ssize_t written = write(file, start, static_cast<size_t>(end + 1 - start));
+  close(file);
 }
 
 // log_line has a frame of its own, for its buffers: a line that is dropped needs none.
 [[gnu::noinline, gnu::format(printf, 2, 0)]] void log_line(uint32_t mask, const char *format,
                                                            va_list arguments) {
-  char text[TEXT_SIZE];
+  const unnoticed caller;
+  line_buffer line;
+  char *const text = line.data() + PREFIX_SIZE;
   text[0] = '\0';
-  vsnprintf(text, sizeof text, format, arguments);
+  vsnprintf(text, TEXT_SIZE, format, arguments);
   if ((mask & KEST_LOG_CONSOLE) != 0) {
     printf("%s", text);
   }
@@ -81,7 +95,7 @@ void append_record(char *text) {
   // opened.
   if (strnlen(LOG_FILE, LOG_FILE_MAX_LEN + 1) <= LOG_FILE_MAX_LEN) {
     rotate();
-    append_record(text);
+    append_record(line);
   }
   pthread_mutex_unlock(&kest_log_mutex);
 }
@@ -113,5 +127,6 @@ void kest_format_log_msg(char *s, int32_t maxlen, const char *format, ...) {
 }
 
 void kest_print_log_msg(const char *msg) {
+  const uncancelled whole;
   fprintf(stderr, "%s\n", msg);
 }

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <span>
 
+#include "log/unnoticed.h"
+
 namespace {
 
 constexpr size_t OCTETS_PER_LINE = 16;
@@ -44,6 +46,7 @@ void dump(const uint8_t *data, int32_t length, const write_line &write) {
 } // namespace
 
 void kest_print_hex(const char *title, const uint8_t *data, int32_t length) {
+  const unnoticed caller;
   printf("%s (%3d)\n", title, length);
   dump(data, length, [](const char *line) { puts(line); });
 }
@@ -54,6 +57,7 @@ void orba_kest_print_hex(const char *title, const uint8_t *data, int32_t length)
 
 void fnPrintHex(uint32_t mask, int32_t number, const char *title, const uint8_t *data,
                 int32_t length) {
+  const uncancelled whole;
   kest_log(mask, "%d: %s (%3d)\n", number, title, length);
   dump(data, length, [mask](const char *line) { kest_log(mask, "%s\n", line); });
 }

@@ -3,18 +3,32 @@
 #include <cstdarg>
 #include <cstdio>
 
-#include <pthread.h>
 #include <syslog.h>
+
+#include "log/over_fork.h"
+#include "log/system_log.h"
+#include "log/unnoticed.h"
 
 int32_t log_priority = LOG_INFO;
 int32_t verbose = 0;
 
 namespace {
 
-// Guards the call of `vsyslog`. No other lock is taken under it. Ready also before logging_init.
-pthread_mutex_t log_mutex = PTHREAD_MUTEX_INITIALIZER;
+pthread_mutex_t log_mutex = PTHREAD_MUTEX_INITIALIZER; // ready before logging_init as well
+
+[[gnu::constructor]] void keep_over_fork() {
+  kest_hold_over_fork<log_mutex>();
+}
 
 } // namespace
+
+void system_log_lock::lock() {
+  pthread_mutex_lock(&log_mutex);
+}
+
+void system_log_lock::unlock() {
+  pthread_mutex_unlock(&log_mutex);
+}
 
 void logging_init(const char *ident) {
   pthread_mutex_init(&log_mutex, nullptr);
@@ -22,6 +36,7 @@ void logging_init(const char *ident) {
 }
 
 void logging_close() {
+  const system_log_lock lock;
   closelog();
 }
 
@@ -29,13 +44,16 @@ void log_message(int32_t pri, const char *fmt, ...) {
   if (log_priority < pri) {
     return;
   }
+  const unnoticed caller;
   va_list arguments;
   va_start(arguments, fmt);
-  pthread_mutex_lock(&log_mutex);
-  vsyslog(pri, fmt, arguments);
-  pthread_mutex_unlock(&log_mutex);
+  {
+    const system_log_lock lock;
+    vsyslog(pri, fmt, arguments);
+  }
   va_end(arguments);
   if (verbose != 0) {
+    errno = caller.reason; // of which `%m` speaks here as well
     va_start(arguments, fmt);
     vprintf(fmt, arguments);
     va_end(arguments);

@@ -7,6 +7,9 @@
 
 #include <syslog.h>
 
+#include "log/system_log.h"
+#include "log/unnoticed.h"
+
 uint32_t _log_types = (1u << KEST_LOG_TYPES) - 1;
 uint32_t _log_fmts = (1u << KEST_LOG_FORMATS) - 1;
 
@@ -73,10 +76,12 @@ void status_text::line(const char *format, ...) {
 } // namespace
 
 void init_tulp_syslog() {
+  const system_log_lock lock;
   openlog(nullptr, LOG_CONS | LOG_NDELAY, LOG_LOCAL0);
 }
 
 void exit_tulp_syslog() {
+  const system_log_lock lock;
   closelog();
 }
 
@@ -84,6 +89,8 @@ void _tulp_pr(uint32_t type, int32_t level, const char *fmt, ...) {
   if (!has_row(type) || log_type_is_set(type) == 0 || log_type_str_and_level[type].level < level) {
     return;
   }
+  const unnoticed caller;
+  const system_log_lock lock;
   va_list arguments;
   va_start(arguments, fmt);
   vsyslog(level | PRIORITY_MARK, fmt, arguments);

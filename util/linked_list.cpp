@@ -4,13 +4,17 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "util/uncancelled.h"
+
 static_assert(offsetof(ListNode, data) == 4 && offsetof(ListNode, value) == 8 &&
               offsetof(ListNode, next) == (sizeof(void *) == 8 ? 16 : 12) &&
               sizeof(ListNode) == (sizeof(void *) == 8 ? 24 : 16));
 
 namespace {
 
+// say ends no thread: a node that is in the list by then would be lost to the caller.
 void say(const char *message) {
+  const uncancelled whole;
   printf("%s", message);
 }
 

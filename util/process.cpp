@@ -3,8 +3,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 
 #include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "util/uncancelled.h"
 
 namespace {
 
@@ -18,23 +23,37 @@ bool read_pid(const char *entry, long &pid) {
   return end != entry && *end == '\0';
 }
 
-// runs_under tells whether `name` is part of the name that a process was started under. Its
-// arguments stand behind a NUL, so that they do not count.
+// read_line reads the first line of a file, with its line feed, as far as it fits. It returns false
+// if there is none.
+bool read_line(const char *path, std::span<char> line) {
+  const int file = open(path, O_RDONLY | O_CLOEXEC);
+  if (file < 0) {
+    return false;
+  }
+  const ssize_t size = read(file, line.data(), line.size() - 1);
+  close(file);
+  if (size <= 0) {
+    return false;
+  }
+  line[static_cast<size_t>(size)] = '\0';
+  if (char *const feed = strchr(line.data(), '\n'); feed != nullptr) {
+    feed[1] = '\0';
+  }
+  return true;
+}
+
+// runs_under returns whether `name` is part of the name that a process was started under. Its
+// arguments come after a NUL, so that they do not count.
 bool runs_under(long pid, const char *name) {
   char text[512]; // the path, then the line
   snprintf(text, sizeof text, "/proc/%ld/cmdline", pid);
-  FILE *file = fopen(text, "r");
-  if (file == nullptr) {
-    return false;
-  }
-  const bool found = fgets(text, sizeof text, file) != nullptr && strstr(text, name) != nullptr;
-  fclose(file);
-  return found;
+  return read_line(text, text) && strstr(text, name) != nullptr;
 }
 
 } // namespace
 
 int32_t kest_get_pid_by_name(const char *name) {
+  const uncancelled whole;
   DIR *proc = opendir("/proc");
   if (proc == nullptr) {
     return UNREADABLE;

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "util/uncancelled.h"
+
 int32_t kest_remove_quotation_mark(const char *str, char **out) {
   if (out == nullptr) {
     return 0;
@@ -12,6 +14,7 @@ int32_t kest_remove_quotation_mark(const char *str, char **out) {
   if (str == nullptr) {
     return 0;
   }
+  const uncancelled whole;
   const size_t length = strlen(str);
   printf("Input string length: %d\n", static_cast<int>(length));
   const char *opening = str + strspn(str, " ");

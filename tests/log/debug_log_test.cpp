@@ -1,6 +1,7 @@
 #include "tests/support/debug_log.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <thread>
@@ -10,6 +11,7 @@
 
 #include "tests/support/octets.h"
 #include "tests/support/printed.h"
+#include "tests/support/system_calls.h"
 
 namespace {
 
@@ -89,6 +91,17 @@ TEST(DebugLog, PathThatCannotBeOpenedLosesTheLineAlone) {
   }
   EXPECT_EQ(log.lines(), log_lines{"3"});
   EXPECT_EQ(log.lines(".1"), log_lines{"2"});
+}
+
+// Another process's record could come between two writes.
+TEST(DebugLog, ARecordIsOneWrite) {
+  const debug_log log;
+  const std::string longest(2047, 'x');
+  system_calls calls;
+  calls.writing = {{4096, 0}, {-1, EIO}};
+  kest_log(1, "%s", longest.c_str());
+  EXPECT_EQ(calls.writing.size(), 1u);
+  EXPECT_EQ(log.lines(), log_lines{longest});
 }
 
 TEST(DebugLog, ThreadsLoseAndMixNothing) {

@@ -141,7 +141,9 @@ ssize_t __wrap_write(int fd, const void *data, size_t size) {
   }
   const auto [limit, error] = watch->writing.front();
   watch->writing.pop_front();
-  errno = error;
+  if (error != 0) { // else what stands there stays
+    errno = error;
+  }
   return limit <= 0 ? limit : __real_write(fd, data, std::min(size, static_cast<size_t>(limit)));
 }
 
