@@ -1,6 +1,7 @@
 // Both front ends of the system log.
 #include "kest/log.h"
 
+#include <cerrno>
 #include <thread>
 
 #include <sched.h>
@@ -60,6 +61,21 @@ TEST(SystemLog, LongNamesEndWithTheBuffer) {
     EXPECT_EQ(strlen(get_log_type_status_str()), std::min<size_t>(whole, 1023)) << size;
   }
   log_type_str_and_level[1].name = name;
+}
+
+TEST(SystemLog, EchoAndLogNameTheSameReason) {
+  const std::string format = "%s: %m"; // which strict C++ does not know, but the log does
+  std::vector<std::string> asked;
+  verbose = 1;
+  const std::string echo = printed([&] {
+    system_calls calls; // which change errno
+    errno = ENOTTY;
+    log_message(LOG_ERR, format.c_str(), "a");
+    asked = calls.lines;
+  });
+  verbose = 0;
+  EXPECT_EQ(echo, std::string("a: ") + strerror(ENOTTY));
+  EXPECT_EQ(asked, std::vector<std::string>{"vsyslog 3 " + echo});
 }
 
 constexpr int LOGGERS = 8, LOGGER_LINES = 100;
