@@ -2,8 +2,8 @@
 
 #include <cstddef>
 #include <cstdlib>
-#include <memory>
 
+#include "util/heap.h"
 #include "util/uncancelled.h"
 
 static_assert(offsetof(orba_queue_node, data) == sizeof(void *) &&
@@ -24,11 +24,8 @@ static_assert(offsetof(orba_queue, cond) == sizeof(pthread_mutex_t) &&
 namespace {
 
 template <class record>
-using heap = std::unique_ptr<record, decltype(&free)>;
-
-template <class record>
 heap<record> allocate() {
-  return {static_cast<record *>(malloc(sizeof(record))), free};
+  return heap<record>(static_cast<record *>(malloc(sizeof(record))));
 }
 
 // set_count changes the count of a locked queue, which orba_queue_length reads without the lock.
@@ -116,7 +113,7 @@ int32_t orba_queue_init(orba_queue *queue) {
 
 int32_t orba_queue_push(orba_queue *queue, void *data, void *value) {
   heap<orba_queue_node> node = allocate<orba_queue_node>();
-  heap<orba_queue_sync> record(nullptr, free);
+  heap<orba_queue_sync> record;
   if (node == nullptr) {
     return -1;
   }

@@ -31,14 +31,19 @@ void format_line(std::span<const uint8_t> octets, char (&line)[LINE_SIZE]) {
   line[TEXT_COLUMN + octets.size()] = '\0';
 }
 
-template <class write_line>
-void dump(const uint8_t *data, int32_t length, const write_line &write) {
+// dump writes the lines to the debug log with the mask in `log_mask`, or to standard output if that
+// is null.
+void dump(const uint8_t *data, int32_t length, const uint32_t *log_mask) {
   std::span<const uint8_t> rest(data, static_cast<size_t>(std::max(length, 0)));
   while (!rest.empty()) {
     const size_t count = std::min(rest.size(), OCTETS_PER_LINE);
     char line[LINE_SIZE];
     format_line(rest.first(count), line);
-    write(line);
+    if (log_mask != nullptr) {
+      kest_log(*log_mask, "%s\n", line);
+    } else {
+      puts(line);
+    }
     rest = rest.subspan(count);
   }
 }
@@ -48,7 +53,7 @@ void dump(const uint8_t *data, int32_t length, const write_line &write) {
 void kest_print_hex(const char *title, const uint8_t *data, int32_t length) {
   const unnoticed caller;
   printf("%s (%3d)\n", title, length);
-  dump(data, length, [](const char *line) { puts(line); });
+  dump(data, length, nullptr);
 }
 
 void orba_kest_print_hex(const char *title, const uint8_t *data, int32_t length) {
@@ -59,5 +64,5 @@ void fnPrintHex(uint32_t mask, int32_t number, const char *title, const uint8_t 
                 int32_t length) {
   const uncancelled whole;
   kest_log(mask, "%d: %s (%3d)\n", number, title, length);
-  dump(data, length, [mask](const char *line) { kest_log(mask, "%s\n", line); });
+  dump(data, length, &mask);
 }

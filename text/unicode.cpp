@@ -324,7 +324,7 @@ uint16_t kest_convert_utf8_to_ucs2(const char *str, uint16_t limit, uint16_t *ds
 uint16_t kest_convert_ucs2_to_utf8(const uint16_t *src, uint16_t len, char *dst) {
   const size_t units = len / 2;
   const size_t room = units * 3; // a unit takes at most three
-  heap_block copy(nullptr, free);
+  heap<void> copy;
   const auto *source =
       static_cast<const uint16_t *>(kest_keep_apart(src, units * sizeof *src, dst, room + 1, copy));
   if (source == nullptr && units > 0) {

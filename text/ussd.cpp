@@ -97,7 +97,7 @@ uint32_t kest_decode_septets_to_utf8(const uint8_t *src, uint16_t len, char *dst
   // text. From the others, too, a last carriage return is taken as padding, but none is put anyway.
   constexpr uint16_t BLOCK = 7 * 16;
   uint8_t codes[BLOCK * 8 / 7];
-  heap_block copy(nullptr, free);
+  heap<void> copy;
   const size_t room = 2 * (size_t{len} * 8 / 7) + 1;
   const auto *octets = static_cast<const uint8_t *>(kest_keep_apart(src, len, dst, room, copy));
   if (octets == nullptr) {

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 
 #include "kest/log.h"
 #include "kest/sms_decode.h"
@@ -11,6 +10,7 @@
 #include "sms/decode/cell_broadcast_header.h"
 #include "sms/decode/user_data_text.h"
 #include "text/septets.h"
+#include "util/heap.h"
 
 namespace {
 
@@ -90,8 +90,7 @@ std::span<const uint8_t> without_language_code(const kest_sms_cb_info &info,
 
 // write_text returns false without memory for the UTF-8 form, which is large for a stack.
 bool write_text(kest_gw_alphabet alphabet, std::span<const uint8_t> units, char *text) {
-  const std::unique_ptr<uint8_t, decltype(&free)> utf8(
-      static_cast<uint8_t *>(malloc(MAX_UTF8_SIZE)), free);
+  const heap<uint8_t> utf8(static_cast<uint8_t *>(malloc(MAX_UTF8_SIZE)));
   if (utf8 == nullptr) {
     return false;
   }
