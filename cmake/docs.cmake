@@ -1,7 +1,7 @@
 # docs: the reference as HTML, with the pages of docs/ and their drawings, and as man pages of the
 # headers, in the build's folder reference/. A warning of Doxygen is an error. KEST_BUILD_DOCS makes it
 # part of the build and installs it.
-set(DOCS_OUTPUT ${CMAKE_BINARY_DIR}/reference)
+set(DOCS_OUTPUT ${PROJECT_BINARY_DIR}/reference)
 set(DOCS_DRAWINGS ${DOCS_OUTPUT}/drawings)
 file(MAKE_DIRECTORY ${DOCS_DRAWINGS})
 file(GLOB_RECURSE pages CONFIGURE_DEPENDS docs/*.md)
@@ -18,8 +18,8 @@ endforeach()
 
 list(JOIN headers " " DOXYGEN_HEADERS)
 list(JOIN pages " " DOXYGEN_PAGES)
-set(DOXYGEN_RUN "INPUT = ${CMAKE_SOURCE_DIR}/README.md ${DOXYGEN_PAGES} ${DOXYGEN_HEADERS}
-USE_MDFILE_AS_MAINPAGE = ${CMAKE_SOURCE_DIR}/README.md
+set(DOXYGEN_RUN "INPUT = ${PROJECT_SOURCE_DIR}/README.md ${DOXYGEN_PAGES} ${DOXYGEN_HEADERS}
+USE_MDFILE_AS_MAINPAGE = ${PROJECT_SOURCE_DIR}/README.md
 GENERATE_MAN = NO")
 configure_file(docs/Doxyfile.in ${DOCS_OUTPUT}/html.doxyfile @ONLY)
 set(DOXYGEN_RUN "INPUT = ${DOXYGEN_HEADERS}
@@ -28,13 +28,13 @@ GENERATE_MAN = YES
 MAN_LINKS = YES")
 configure_file(docs/Doxyfile.in ${DOCS_OUTPUT}/man.doxyfile @ONLY)
 
-set(EXPORTED_NAMES ${CMAKE_SOURCE_DIR}/tests/abi/exported.txt)
+set(EXPORTED_NAMES ${PROJECT_SOURCE_DIR}/tests/abi/exported.txt)
 set(STAMP ${DOCS_OUTPUT}/stamp)
 add_custom_command(OUTPUT ${STAMP}
   COMMAND ${CMAKE_COMMAND} -E rm -rf ${DOCS_OUTPUT}/html ${DOCS_OUTPUT}/man
   COMMAND doxygen ${DOCS_OUTPUT}/html.doxyfile
   COMMAND doxygen ${DOCS_OUTPUT}/man.doxyfile
-  COMMAND bash ${CMAKE_SOURCE_DIR}/cmake/prune_man_pages.sh ${DOCS_OUTPUT}/man/man3 ${EXPORTED_NAMES}
+  COMMAND bash ${PROJECT_SOURCE_DIR}/cmake/prune_man_pages.sh ${DOCS_OUTPUT}/man/man3 ${EXPORTED_NAMES}
   COMMAND ${CMAKE_COMMAND} -E touch ${STAMP}
   DEPENDS README.md ${pages} ${headers} ${pictures} ${EXPORTED_NAMES}
           ${DOCS_OUTPUT}/html.doxyfile ${DOCS_OUTPUT}/man.doxyfile cmake/prune_man_pages.sh

@@ -38,7 +38,7 @@ variables() {
   echo '| variable | octets |'
   echo '|---|---|'
   find "$objects" -name '*.o' -exec "$objdump" --syms --demangle {} + |
-    sed -nE 's/^[0-9a-f]+ .*O \.(data|data\.rel|data\.rel\.local|bss)\t0*([0-9a-f]+) +(\.hidden )?/\2 /p' |
+    sed -nE '/\.data\.rel\.ro/d; s/^[0-9a-f]+ .*O \.(data|bss)[^\t]*\t0*([0-9a-f]+) +(\.hidden )?/\2 /p' |
     sed 's/(anonymous namespace):://' |
     while read -r size name; do echo "| \`$name\` | $((16#$size)) |"; done | sort
 }

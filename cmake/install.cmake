@@ -6,31 +6,54 @@ set(CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/kest_utils)
 set(PC_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 install(TARGETS kest_utils EXPORT kest_utils
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/kest DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+
+# The package has no dependencies, so its targets are all that its file has to name.
+install(EXPORT kest_utils NAMESPACE kest_utils:: FILE kest_utils-config.cmake
+  DESTINATION ${CMAKE_DIR} COMPONENT development)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/kest_utils-config-version.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/kest_utils-config-version.cmake
+  DESTINATION ${CMAKE_DIR} COMPONENT development)
+
+# The prefix is known when the library is installed: `cmake --install` may be given another one.
+foreach(dir INCLUDEDIR LIBDIR)
+  set(PC_${dir} \${prefix}/${CMAKE_INSTALL_${dir}})
+  if(IS_ABSOLUTE ${CMAKE_INSTALL_${dir}})
+    set(PC_${dir} ${CMAKE_INSTALL_${dir}})
+  endif()
+endforeach()
+set(PC_PREFIX @PC_PREFIX@)
+configure_file(cmake/kest_utils.pc.in kest_utils.pc.in @ONLY)
+install(CODE "
+  set(PC_PREFIX \${CMAKE_INSTALL_PREFIX})
+  configure_file(${PROJECT_BINARY_DIR}/kest_utils.pc.in ${PROJECT_BINARY_DIR}/kest_utils.pc @ONLY)"
+  COMPONENT development)
+install(FILES ${PROJECT_BINARY_DIR}/kest_utils.pc DESTINATION ${PC_DIR} COMPONENT development)
+
+if(NOT KEST_ALONE)
+  return()
+endif()
+
+# In the build's folder the library stands as far from `kest` as where both are installed. So one path
+# from the one to the other is all that `kest` knows.
+file(RELATIVE_PATH LIBRARIES_FROM_BIN ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+set(BUILT_BIN ${PROJECT_BINARY_DIR}/bin)
+get_filename_component(BUILT_LIBRARIES ${BUILT_BIN}/${LIBRARIES_FROM_BIN} ABSOLUTE)
+set_target_properties(kest_utils PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${BUILT_LIBRARIES})
 
 install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libkest-utils-dev/examples
   COMPONENT development FILES_MATCHING PATTERN "*.[ch]")
 
-# The package has no dependencies, so its targets are all that its file has to tell.
-install(EXPORT kest_utils NAMESPACE kest_utils:: FILE kest_utils-config.cmake
-  DESTINATION ${CMAKE_DIR} COMPONENT development)
-write_basic_package_version_file(${CMAKE_BINARY_DIR}/kest_utils-config-version.cmake
-  COMPATIBILITY SameMajorVersion)
-install(FILES ${CMAKE_BINARY_DIR}/kest_utils-config-version.cmake
-  DESTINATION ${CMAKE_DIR} COMPONENT development)
-
-# Paths relative to the file itself: an installed tree can be moved.
-file(RELATIVE_PATH PC_PREFIX_FROM_PCFILE /${PC_DIR} /)
-string(REGEX REPLACE "/$" "" PC_PREFIX_FROM_PCFILE "${PC_PREFIX_FROM_PCFILE}")
-configure_file(cmake/kest_utils.pc.in kest_utils.pc @ONLY)
-install(FILES ${CMAKE_BINARY_DIR}/kest_utils.pc DESTINATION ${PC_DIR} COMPONENT development)
-
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kest-utils)
 set(CPACK_PACKAGE_CONTACT "kest_utils developers <kest-utils@localhost>")
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
+set(CPACK_SET_DESTDIR ON) # so that the prefix in kest_utils.pc is that of the package
+set(CPACK_INSTALL_PREFIX /usr)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime development tools)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -40,7 +63,7 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has a description of its own
-set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/debian/compress.cmake)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/debian/compress.cmake)
 set(LIBRARY_PACKAGE libkest-utils${PROJECT_VERSION_MAJOR})
 set(SAME_VERSION "${LIBRARY_PACKAGE} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 if(CMAKE_CROSSCOMPILING) # dpkg-shlibdeps would name the packages of the cross compiler
@@ -49,7 +72,7 @@ if(CMAKE_CROSSCOMPILING) # dpkg-shlibdeps would name the packages of the cross c
   set(CXX_LIBRARY ", ${C_LIBRARY}, libgcc-s1 (>= 3.5), libstdc++6 (>= 12)")
 else()
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR}) # for the library itself
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${BUILT_LIBRARIES}) # for the library itself
 endif()
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${LIBRARY_PACKAGE})

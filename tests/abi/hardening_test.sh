@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# hardening_test.sh LIBRARY plain|fortified: what the built file itself says of its hardening.
+# hardening_test.sh FILE plain|fortified: what the built file itself says of its hardening.
 set -euo pipefail
 export LC_ALL=C
 segments=$(readelf --wide --program-headers "$1")
@@ -22,6 +22,9 @@ has_no 'a segment to write and to execute' "$segments" '^ *LOAD .* RWE '
 has_no 'text relocations' "$dynamic" 'TEXTREL'
 has 'stack protector' "$undefined" ' __stack_chk_fail(@|$)'
 if [ "$2" = fortified ]; then
-  has 'fortified calls' "$undefined" ' __vsnprintf_chk(@|$)'
+  has 'fortified calls' "$undefined" ' __[a-z]+_chk(@|$)'
 fi
+has 'an address chosen at load' "$(readelf --file-header "$1")" '^ *Type: *DYN '
+has_no 'a folder to search but its own' "$(sed -nE 's/.*R(UN)?PATH.*\[(.*)\]/:\2:/p' <<<"$dynamic")" \
+  '::|:[^$:]|\.\./[^l]'
 exit $failed

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # install_test.sh BUILD VERSION CC TOOLCHAIN [EMULATOR...]: installs what was built in the folder BUILD
-# into an empty prefix, and builds and runs two hosts from it, which know nothing of the sources: one
-# in C through pkg-config, with the compiler CC, and one in C++ through find_package, with the
-# toolchain file TOOLCHAIN ("" for none).
+# into an empty prefix, and builds and runs a host from it twice, which knows nothing of the sources:
+# through pkg-config, with the compiler CC, and through find_package, with the toolchain file TOOLCHAIN
+# ("" for none).
 set -euo pipefail
 build=$1
 version=$2
@@ -27,13 +27,16 @@ export PKG_CONFIG_LIBDIR=$libraries/pkgconfig
 diff -u <(pkg-config --modversion kest_utils) <(echo "$version")
 # shellcheck disable=SC2046 # a word for each flag
 "$cc" -std=c11 -Wall -Wextra -Werror -pedantic-errors "$tests/abi/host.c" -o "$folder/host" \
-  $(pkg-config --cflags --libs kest_utils) -Wl,-rpath,"$libraries"
+  $(pkg-config "--define-variable=prefix=$folder/usr" --cflags --libs kest_utils) -Wl,-rpath,"$libraries"
 cd "$folder" # the host's log file
-"${emulator[@]}" ./host | diff -u - <(sed -n "/<<'END'/,/END/p" "$tests/abi/host_test.sh" | sed '1d;$d')
+run() {
+  bash "$tests/abi/host_test.sh" "$tests/abi/host.c" "$tests/../README.md" "${emulator[@]}" "$1"
+}
+run ./host
 
 cmake -S "$tests/packaging/cmake_host" -B cmake_host --toolchain "$toolchain" -G Ninja \
   -DCMAKE_PREFIX_PATH="$folder/usr" >cmake.log 2>&1 && cmake --build cmake_host >>cmake.log || { cat cmake.log; exit 1; }
-"${emulator[@]}" cmake_host/cmake_host | diff -u - <(echo '5: hello')
+run cmake_host/cmake_host
 
 if [ -e usr/bin/kest ]; then
   "${emulator[@]}" usr/bin/kest submit 1 hello >/dev/null # finds the library beside it

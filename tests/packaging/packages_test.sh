@@ -36,7 +36,7 @@ newest=$(readelf --version-info "$libraries/libkest_utils.so" | grep -o 'GLIBC_[
 grep -q "^Depends: libc6 (>= ${newest#GLIBC_})$" <(dpkg-deb --field "$1"/libkest-utils3_*.deb)
 # shellcheck disable=SC2046 # a word for each flag
 "$cc" -std=c11 "$tests/abi/host.c" -o "$root/host" -Wl,-rpath,"$libraries" \
-  $(PKG_CONFIG_LIBDIR=$libraries/pkgconfig pkg-config --cflags --libs kest_utils)
+  $(PKG_CONFIG_SYSROOT_DIR=$root PKG_CONFIG_LIBDIR=$libraries/pkgconfig pkg-config --cflags --libs kest_utils)
 (cd "$root" && bash "$tests/abi/host_test.sh" "$tests/abi/host.c" "$tests/../README.md" "${emulator[@]}" ./host)
 LD_LIBRARY_PATH=$libraries "${emulator[@]}" "$root/usr/bin/kest" submit 1 hello >/dev/null
 
