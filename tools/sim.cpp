@@ -20,7 +20,8 @@ kest_sim_file_info decode(const std::vector<uint8_t> &answer) {
   kest_sim_file_info info = {};
   info.file_type = NOT_TOLD;
   info.read.method = NOT_TOLD;
-  if (kest_decode_sim_get_response_data(answer.data(), static_cast<uint16_t>(answer.size()),
+  if (answer.size() > UINT16_MAX || // the library would read its first octets alone
+      kest_decode_sim_get_response_data(answer.data(), static_cast<uint16_t>(answer.size()),
                                         &info) == 0) {
     throw command_failure("cut off, or no answer to GET RESPONSE");
   }

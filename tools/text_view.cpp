@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr size_t MAX_OCTETS = 0x7FFF; // their text still fits the library's 16-bit sizes
-
 bool is_lead_of_four(char c) {
   return (static_cast<uint8_t>(c) & 0xF8) == 0xF0;
 }
@@ -55,18 +53,19 @@ std::string hex_fault(const std::string &text) {
 }
 
 std::vector<uint8_t> octets_of(const std::string &hex) {
-  std::vector<uint8_t> octets(std::min(hex.size() / 2, MAX_OCTETS));
-  octets.resize(
-      kest_hexstring_to_binary(hex.c_str(), octets.data(), static_cast<uint16_t>(octets.size())));
+  std::vector<uint8_t> octets(hex.size() / 2);
+  for (size_t i = 0; i < octets.size(); ++i) { // a joined text exceeds the library's 16-bit sizes
+    octets[i] = static_cast<uint8_t>(kest_hexchar_to_binary(hex[2 * i]) << 4 |
+                                     kest_hexchar_to_binary(hex[2 * i + 1]));
+  }
   return octets;
 }
 
 std::string hex_of(std::span<const uint8_t> octets) {
-  const size_t count = std::min(octets.size(), MAX_OCTETS);
-  std::string hex(2 * count + 1, '\0');
-  kest_binary_to_hexstring_uppercase(octets.data(), static_cast<uint16_t>(count), hex.data(),
-                                     static_cast<uint16_t>(hex.size()));
-  hex.resize(2 * count);
+  std::string hex(2 * octets.size() + 1, '\0');
+  kest_binary_to_hexstring_uppercase(octets.data(), static_cast<uint16_t>(octets.size()),
+                                     hex.data(), static_cast<uint16_t>(hex.size()));
+  hex.pop_back();
   return hex;
 }
 

@@ -14,10 +14,10 @@ bool is_hex_text(std::string_view text);
 // hex_fault tells what is wrong with hexadecimal text; "" if nothing is. An empty text is wrong.
 std::string hex_fault(const std::string &text);
 
-// octets_of returns the octets of at most 65534 hexadecimal digits.
+// octets_of returns the octets of hexadecimal text of any length.
 std::vector<uint8_t> octets_of(const std::string &hex);
 
-// hex_of returns octets as hexadecimal text in capital letters, as modems write them.
+// hex_of returns at most 32767 octets as hexadecimal text in capital letters, as modems write them.
 std::string hex_of(std::span<const uint8_t> octets);
 
 // split_surrogates gives each character above U+FFFF of a UTF-8 text the two forms of three bytes

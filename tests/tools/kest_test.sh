@@ -66,6 +66,9 @@ expect 0 "{\"type\":\"SUBMIT\",\"destination\":\"1\",\"text\":\"b\"}
   < <(printf '%s\n' "${long[5]}" $other "${long[1]}" 0011000181F10000AD0162 "${long[3]}")
 expect 0 $'SMS-SUBMIT\n  to             1\n  segments       3, reference 1\n  missing        1, 2\n  text           [...][...]c' \
   '' decode - <<<"$other"
+# The longest text has more octets than fit the library's 16-bit sizes as hexadecimal text.
+expect 0 "{\"type\":\"SUBMIT\",\"destination\":\"1\",\"segments\":{\"reference\":0,\"total\":255},\"text\":\"$(printf "$letters%.0s" {1..255})\"}" \
+  '' decode --json - < <(printf "0051000181F10000ADA00608040000FF%02X$packed\n" {1..255})
 expect 0 $'AT+CMGS=33\n0000021002040401048D00060100081100032000100104101741A00501AD0A0140' '' \
   cdma --status-report 1234 hi
 expect 0 '{"type":"CDMA-SUBMIT","length":31,"pdu":"00000210020403004400060100081000032000100103000C000501AD0A0100"}' '' \
@@ -82,6 +85,7 @@ expect 1 $'{"dcs":15,"text":"hello"}\n{"dcs":15,"text":"hello"}' \
   < <(printf 'E8329BFD06\n\nzz\r\nE8329BFD06 \r\n')
 expect 1 '{"file":"6F07","type":"DF"}' $'kest: line 1: cut off' sim --json - \
   < <(printf '621E8205\n62088202382183026F07')
+expect 1 '' 'kest: line 1: cut off' sim - < <(printf '62088202382183026F07%0131072d' 0)
 expect 0 $'1\n22' '' log - < <(printf '\xCE\n\xCD\xCD')
 yes 0011000181F10000AD0161 | timeout 60 "${kest[@]}" decode - >/dev/full 2>/dev/null
 [ "${PIPESTATUS[1]}" = 1 ] || fail 'a full disk is no failure'
