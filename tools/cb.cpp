@@ -28,6 +28,15 @@ std::string without_filling(std::string hex) {
   return hex;
 }
 
+// require_page refuses a page above the total of its message: it would stand for one that is
+// missing. A UMTS message has no such number, and may have 0 pages.
+void require_page(const kest_sms_cb_info &info) {
+  if (info.format == KEST_CB_FORMAT_GSM && info.page_number > info.total_pages) {
+    throw command_failure("page " + std::to_string(info.page_number) + " is above the total of " +
+                          std::to_string(info.total_pages));
+  }
+}
+
 cb_message decode(const std::string &page) {
   constexpr char UNTOUCHED = '~';
   constexpr size_t HEADER_SIZE = 6;
@@ -42,6 +51,7 @@ cb_message decode(const std::string &page) {
                                    &message.info, &message.msg_class) == 0) {
     throw command_failure("the library refuses this message; --trace tells why");
   }
+  require_page(message.info);
   message.has_text = text[0] != UNTOUCHED;
   if (message.has_text) {
     message.text = without_filling(text);

@@ -111,6 +111,9 @@ expect 0 $'GSM cell broadcast\n  identifier     4371, CMAS\n  serial number  0x4
   warning        extreme, severity extreme, urgency immediate, certainty observed\n  pages          3\n  missing        1, 2
   language       Dutch\n  text           [...][...]E Netherlands Government Public Warning System. No action required.' \
   '' cb - <<<"${pages[2]}"
+above=${pages[1]:0:10}9${pages[1]:11} # page 9 of 3
+expect 1 "{\"form\":\"GSM\",$warning\"$text\"}" 'kest: line 2: page 9 is above the total of 3' \
+  cb --json - < <(printf '%s\n' "${pages[0]}" "$above" "${pages[2]}" "${pages[1]}")
 filling=$(printf '00%.0s' {1..23})
 expect 0 "{\"form\":\"UMTS\",$warning\"$text\"}" '' \
   cb --json "01111346A00503${pages[0]:12}52${pages[1]:12}52${pages[2]:12}${filling}3B"
@@ -141,6 +144,7 @@ expect 1 '' 'refuses this STATUS-REPORT' decode ${report}04A1
 expect 1 '' 'no SUBMIT' decode --direction sent $report
 expect 1 '' 'no message has 5 octets' cb 4011003211
 expect 1 '' 'no message has 21173 octets' cb "$(printf '00%.0s' {1..21173})"
+expect 1 '' 'page 2 is above the total of 1' cb 401100321021
 expect 1 '' 'refuses this message' cb "02$(printf '00%.0s' {1..88})"
 expect 1 '' 'no answer to GET RESPONSE' sim 621E8205
 expect 2 '' 'not hexadecimal' cb 40110
