@@ -1,9 +1,11 @@
-/* named_socket_server NAME: tells each client how many characters its text has. An empty text ends
- * it. The socket is the file /NAME. */
+/* named_socket_server NAME: answers each client with how many characters its text has. An empty
+ * text ends it. The socket is the file /NAME. */
+#include <errno.h>
 #include <kest/kest.h>
 #include <signal.h>
 #include <stdio.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <syslog.h>
 #include <unistd.h>
 
@@ -12,22 +14,48 @@ char LOG_FILE[] = "";
 uint32_t LOG_FILE_MAX_SIZE = 0;
 char LOG_FILE_COMPRESSED[] = "";
 
-/* Reads one text, until the client has no more to send, and answers. The result is its length. */
-static int32_t serve(int client) {
-  char text[256], answer[32];
+enum { MAX_TEXT = 255, PATIENCE = 2 }; /* octets, seconds */
+
+/* Reads one text, until the client has no more to send. The result is its size; -1 for a client
+ * that has gone, or that sends nothing for PATIENCE seconds: all others wait for it. */
+static ssize_t read_text(int client, char *text) {
+  struct timeval patience = {PATIENCE, 0};
+  if (setsockopt(client, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience) != 0) {
+    return -1;
+  }
   size_t size = 0;
   ssize_t count;
-  while (size < sizeof text - 1 &&
-         (count = read(client, text + size, sizeof text - 1 - size)) > 0) {
-    size += (size_t)count;
+  do {
+    count = read(client, text + size, MAX_TEXT - size);
+    size += count > 0 ? (size_t)count : 0;
+  } while (size < MAX_TEXT && (count > 0 || (count < 0 && errno == EINTR)));
+  return count < 0 ? -1 : (ssize_t)size;
+}
+
+/* Answers one client. The result is the size of its text, or -1. */
+static ssize_t serve(int client) {
+  char text[MAX_TEXT + 1] = "", answer[32];
+  ssize_t size = read_text(client, text);
+  int answer_size = snprintf(answer, sizeof answer, "%d characters\n", (int)strlen_utf8(text));
+  if (size < 0 || writen(client, answer, answer_size) < 0) {
+    log_message(LOG_WARNING, "a client is silent, or has gone\n");
   }
-  text[size] = '\0';
-  int32_t length = (int32_t)strlen_utf8(text);
-  int answer_size = snprintf(answer, sizeof answer, "%d characters\n", length);
-  if (writen(client, answer, answer_size) < 0) {
-    log_message(LOG_WARNING, "a client has gone\n");
+  return size;
+}
+
+/* Serves clients until one has an empty text. The result is 0, or the error that lets none in. */
+static int serve_all(int server) {
+  ssize_t size = -1;
+  while (size != 0) {
+    int client = accept(server, NULL, NULL);
+    if (client >= 0) {
+      size = serve(client);
+      close(client);
+    } else if (errno != EINTR && errno != ECONNABORTED) { /* these two pass */
+      return errno;
+    }
   }
-  return length;
+  return 0;
 }
 
 int main(int argc, char **argv) {
@@ -41,15 +69,11 @@ int main(int argc, char **argv) {
   if (server < 0 || listen(server, 4) != 0) {
     return 1; /* the system log says why */
   }
-  int32_t length = 1;
-  while (length > 0) {
-    int client = accept(server, NULL, NULL);
-    if (client >= 0) {
-      length = serve(client);
-      close(client);
-    }
+  int error = serve_all(server);
+  close(server); /* for want of descriptors the system log may need this one */
+  if (error != 0) {
+    log_message(LOG_ERR, "no client can come in (errno=%d)\n", error);
   }
-  close(server);
   logging_close();
-  return 0;
+  return error == 0 ? 0 : 1;
 }

@@ -120,16 +120,21 @@ folder=$(mktemp -d)
 trap 'kill %1 2>/dev/null || true; rm -rf "$folder"' EXIT
 name=${folder#/}/socket
 timeout 60 "${emulator[@]}" ./named_socket_server "$name" &
-ask() {
-  timeout 10 "${emulator[@]}" ./named_socket_client "$name" "$1"
+ask() { # ask TEXT [COMMAND...]: COMMAND runs the client
+  "${@:2}" timeout 10 "${emulator[@]}" ./named_socket_client "$name" "$1"
 }
 for ((i = 0; i < 100; i++)); do # the server may still be on its way
   answer=$(ask 'Grüße') && break
   sleep 0.1
 done
-diff -u <(echo "$answer" && ask 'a b' && ask '') - <<'END'
+# Beside a client that is connected and says nothing, another one gets its answer.
+# shellcheck disable=SC2016
+silence=(perl -MIO::Socket::UNIX -e '$client = IO::Socket::UNIX->new("/" . shift) or die;
+  exit system(@ARGV) >> 8' "$name")
+diff -u <(echo "$answer" && ask 'a b' && ask 'a' "${silence[@]}" && ask '') - <<'END'
 5 characters
 3 characters
+1 characters
 0 characters
 END
 wait %1
@@ -137,3 +142,8 @@ wait %1
 if ask 'nobody is there'; then
   exit 1
 fi
+# A server that has no descriptor for its clients ends.
+status=0
+timeout 20 prlimit --nofile=4 "${emulator[@]}" ./named_socket_server "$name.full" 3>&- || status=$?
+[ "$status" = 1 ]
+[ -S "/$name.full" ]
