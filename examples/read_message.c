@@ -6,7 +6,9 @@
 #include <stdio.h>
 #include <string.h>
 
-uint32_t log_level = 0; /* the four symbols that a host defines: no debug log here */
+/* The four symbols that a host defines: no debug log here. To see why a line is refused, decode it
+ * again with KEST_LOG_ERROR and a path, and leave out the lines of digits ("hexchar"). */
+uint32_t log_level = 0;
 char LOG_FILE[] = "";
 uint32_t LOG_FILE_MAX_SIZE = 0;
 char LOG_FILE_COMPRESSED[] = "";

@@ -19,9 +19,8 @@ extern "C" {
 /// without a limit to their number. A producer can push and go on, or push with a value and wait
 /// until a consumer is done with the element. Who pops an element owns its `data`, and gives its
 /// node to orba_queue_pop_done exactly once: a node that never gets there is lost, and its pusher
-/// waits forever. Any number of threads may call these functions at once, all but orba_queue_init;
-/// none of them may be cancelled (pthread_cancel) in such a call. No pointer may be null but `data`
-/// and `value`.
+/// waits forever. Any number of threads may call these functions at once, all but orba_queue_init.
+/// No pointer may be null but `data` and `value`.
 /// @{
 
 // The fields of the three records are the queue's own: a host gives the memory of an orba_queue,
@@ -63,12 +62,14 @@ KEST_API int32_t orba_queue_init(orba_queue *queue);
 /// to, and the pusher frees it, but in a queue that is flushed. The result is 0; or -1 without
 /// memory, then nothing is queued and `data` and `value` remain the caller's. NOTE: a flush ends
 /// the wait as well, with the result 0, and has freed `value` then. So a value that the pusher
-/// keeps, as a result on its stack, is only for queues that are never flushed.
+/// keeps, as a result on its stack, is only for queues that are never flushed. A request to cancel
+/// a pusher that waits (pthread_cancel) takes effect after the wait, for the consumer uses `value`.
 KEST_API int32_t orba_queue_push(orba_queue *queue, void *data, void *value);
 
 /// orba_queue_pop takes the oldest element, waiting for one if there is none. It returns the
 /// element's data and stores its value, null if nobody waits for it, and its node, for
-/// orba_queue_pop_done.
+/// orba_queue_pop_done. A consumer can be cancelled (pthread_cancel) while it waits: it has no
+/// element then, and the queue goes on.
 KEST_API void *orba_queue_pop(orba_queue *queue, void **value_out, orba_queue_node **node_out);
 
 /// orba_queue_pop_without_cond_wait does so without waiting for an element: on an empty queue the
@@ -115,8 +116,9 @@ KEST_API uint32_t orba_queue_length(const orba_queue *queue);
 
 /// writen writes the `n` octets of `buf`, however many calls of `write` that takes, and returns
 /// `n`. Interruptions by signals do not count. Any other failure gives -1, with `errno` as `write`
-/// left it; a part may have been written. An `n` of 0 or below writes nothing. NOTE: to write to a
-/// peer that has gone raises SIGPIPE, unless the host ignores it.
+/// left it, 0 if that wrote nothing without an error; a part may have been written. An `n` of 0 or
+/// below writes nothing. A thread can be cancelled (pthread_cancel) until the first octet is out.
+/// NOTE: to write to a peer that has gone raises SIGPIPE, unless the host ignores it.
 KEST_API int32_t writen(int fd, const void *buf, int32_t n);
 
 /// connect_socket_server connects to a socket whose file the process's real user may read.
@@ -125,7 +127,9 @@ KEST_API int connect_socket_server(const char *name, int type);
 /// create_socket binds a new socket and gives its file an owner, a group and a mode, as `chown` and
 /// `chmod` take them, without a report if these two fail. Whatever file has that name is removed
 /// before; a directory is not, and gives -1. A stream server calls `listen` itself. NOTE: until the
-/// mode is set the file has that of the process's umask.
+/// mode is set the file has that of the process's umask. Owner and mode are set by path: where
+/// others may write to the folder, they can put a file of their own in the place of the socket. So
+/// the host alone owns the folder.
 KEST_API int create_socket(const char *name, int type, mode_t mode, uid_t owner, gid_t group);
 
 /// create_socket_addr does so and stores the address that it bound in `addr_out`, which may be

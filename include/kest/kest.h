@@ -14,4 +14,25 @@
 #include "kest/types.h"
 #include "kest/util.h"
 
+/// @defgroup kest_host Threads, processes and names of a host
+/// Cancelled threads (pthread_cancel)
+/// - A request to cancel a thread waits for the end of the function that it is in. The thread ends
+/// at
+///   its next cancellation point, for which a loop may need `pthread_testcancel`.
+/// - Two functions can be cancelled where they wait: orba_queue_pop until it has an element, and
+///   writen until its first octet is out. No lock stays taken.
+/// - All others that wait do so to their end: orba_queue_push with a value, usock and
+///   connect_socket_server.
+/// - A thread whose cancellation is asynchronous (PTHREAD_CANCEL_ASYNCHRONOUS) calls none of them.
+///
+/// Processes that fork
+/// - A child may log at once, whatever the other threads of its parent were doing.
+/// - A signal handler calls neither `fork` nor the library: it may have interrupted a line.
+///
+/// Names
+/// - Functions of the shared library call each other, and none of the host's of the same name.
+/// - A host's variable of the same name takes the place of the library's, such as `verbose`.
+/// - A program that loads the library at run time (dlopen) defines the symbols of log.h as well. It
+///   exports them, as with the linker's `-rdynamic`.
+
 #endif

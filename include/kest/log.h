@@ -10,6 +10,10 @@
 /// The host program defines four symbols: log_level, LOG_FILE, LOG_FILE_MAX_SIZE and
 /// LOG_FILE_COMPRESSED. They are read at every use and under no lock: a change takes effect with
 /// the next line, and LOG_FILE is changed only while no thread logs.
+///
+/// NOTE: each hexadecimal digit that the library writes is an error line. With KEST_LOG_ERROR one
+/// PDU makes some 50 lines, in up to a millisecond. Leave it off, and to see why a PDU was refused switch
+/// it on and decode that PDU again.
 /// @{
 #ifndef KEST_LOG_H
 #define KEST_LOG_H
@@ -45,8 +49,12 @@ extern KEST_API char LOG_FILE_COMPRESSED[];
 
 /// kest_log writes one line, formatted as by `vsnprintf` and cut to 2047 bytes. A `mask` of 0 drops
 /// it; any other is kept, and KEST_LOG_CONSOLE in it also prints the bare text. A byte 0xFF ends
-/// the text in the file. Any thread may call it; records of one process do not mix. Failures are
-/// not reported: if the file can't be opened the line is lost from it.
+/// the text in the file. Any thread may call it. A record is appended by one write, so that records
+/// do not mix, and nothing is taken from the heap. `errno` is kept. Failures are not reported: if
+/// the file can't be opened the line is lost from it.
+///
+/// NOTE: here, as in log_message and _tulp_pr, a `%n` in a format that stands in writable memory
+/// ends the process, if the library was built with fortified calls.
 KEST_API void kest_log(uint32_t mask, const char *format, ...) KEST_PRINTF(2, 3);
 
 /// orba_kest_log switches kest_log off (0) or on (any other value), for all threads; any of them
@@ -74,8 +82,8 @@ KEST_API void kest_print_log_msg(const char *msg);
 ///
 /// `length` counts the octets of `data`; one of 0 or below gives the heading alone, and `data` may
 /// be null then. What is not printable in the process's locale shows as ".". `title` ends in a NUL
-/// and is no format. Lines of two dumps at the same time can interleave. Any thread may call these
-/// functions.
+/// and is no format. Lines of two dumps at the same time can interleave. `errno` is kept. Any
+/// thread may call these functions.
 /// @{
 
 /// kest_print_hex dumps to standard output.
@@ -112,7 +120,8 @@ KEST_API void logging_close(void);
 /// log_message writes one line of priority `pri`, which has no facility in it, formatted as by
 /// `printf`, unless `pri` is above `log_priority`. Any thread may call it, also before
 /// logging_init. The echo to standard output is bare, what `fmt` makes of its arguments, and can
-/// stand in another order than in the system log.
+/// stand in another order than in the system log. `errno` is kept, and `%m` names the same reason
+/// in both.
 KEST_API void log_message(int32_t pri, const char *fmt, ...) KEST_PRINTF(2, 3);
 
 /// @}
@@ -159,8 +168,8 @@ KEST_API void exit_tulp_syslog(void);
 /// _tulp_pr writes one line of type `type` and level `level`, 0 to 7, formatted as by `printf`. A
 /// line of a type without a row is dropped; a negative level is as severe as any. Any thread may
 /// call it. NOTE: the priority that the system log is given is `level` with bit 0x400 set, which is
-/// no facility of `<syslog.h>`. A C library may write such a line behind one of its own that
-/// complains of the bit (glibc), or drop it.
+/// no facility of `<syslog.h>`. A C library may write such a line after one of its own that
+/// complains of the bit (glibc), or drop it (musl). `errno` is kept.
 KEST_API void _tulp_pr(uint32_t type, int32_t level, const char *fmt, ...) KEST_PRINTF(3, 4);
 
 /// log_type_is_set tests bit `n` of _log_types, and returns 1 or 0. Of `n` the low five bits count,

@@ -113,8 +113,9 @@ KEST_API uint32_t kest_sms_decode_gw_status_report_pdu_v2(const char *pdu, char 
 
 /// kest_sms_decode_gw_cb_pdu reads a cell broadcast message (3GPP TS 23.041): `length` octets, not
 /// hexadecimal text. Up to 88 are a page of a GSM message or, with an ETWS identifier, a primary
-/// notification, whatever they hold; more are a UMTS message with all of its pages. Octets behind a
-/// short header read as 0. It clears `info` and fills it, and writes the text to `text`, of
+/// notification, whatever they hold; more are a UMTS message with all of its pages. Below 6 octets
+/// nothing in `info` counts: octets after a short header read as 0, and so does a number of two
+/// octets of which one is missing. It clears `info` and fills it, and writes the text to `text`, of
 /// KEST_SMS_CB_TEXT_SIZE bytes, as hexadecimal text of its UTF-8 form. No pointer may be null.
 ///
 /// The result is 0 for a UMTS message of another type than 1, or with more pages than it has room

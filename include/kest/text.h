@@ -4,8 +4,10 @@
 /// @defgroup kest_text Hexadecimal text, Unicode conversion and USSD strings
 ///
 /// Lengths and capacities are octets, also of 16-bit text, and as wide as their arguments: what a
-/// caller gives beyond that is cut off. Buffers belong to the caller and must not overlap; only
-/// where it is told they may be null. Any thread may call any of these.
+/// caller gives beyond that is cut off. Buffers belong to the caller. They must not overlap, but in
+/// kest_convert_ucs2_to_utf8 and the two conversions of USSD strings, which may also work in place:
+/// these then take memory for a copy of `src`, and give 0 with nothing written if there is none.
+/// Only where it is said may a pointer be null. Any thread may call any of these.
 /// @{
 #ifndef KEST_TEXT_H
 #define KEST_TEXT_H

@@ -1,9 +1,9 @@
 #include <kest/kest.h>
 #include <stdio.h>
 
-uint32_t log_level = KEST_LOG_ERROR; /* what the library logs */
-char LOG_FILE[] = "kest.log";        /* where to; "" for nowhere */
-uint32_t LOG_FILE_MAX_SIZE = 65536;  /* then it becomes kest.log.1 */
+uint32_t log_level = 0;             /* what the library logs: KEST_LOG_ERROR, KEST_LOG_DEBUG */
+char LOG_FILE[] = "kest.log";       /* where to; "" for nowhere */
+uint32_t LOG_FILE_MAX_SIZE = 65536; /* then it becomes kest.log.1 */
 char LOG_FILE_COMPRESSED[] = "";
 
 int main(void) {
