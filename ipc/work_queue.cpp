@@ -81,9 +81,17 @@ heap<orba_queue_sync> make_record(void *value) {
   return record;
 }
 
-// unlock is called for a thread that is cancelled while it waits.
 void unlock(void *mutex) {
   pthread_mutex_unlock(static_cast<pthread_mutex_t *>(mutex));
+}
+
+// wait_for_element waits with the queue locked. A thread that is cancelled meanwhile unlocks it.
+void wait_for_element(orba_queue &queue) {
+  pthread_cleanup_push(unlock, &queue.mutex);
+  while (queue.head == nullptr) {
+    pthread_cond_wait(&queue.cond, &queue.mutex);
+  }
+  pthread_cleanup_pop(0);
 }
 
 // wait_until_done returns when the consumer is done with the element, and with the record. A
@@ -138,11 +146,9 @@ int32_t orba_queue_push(orba_queue *queue, void *data, void *value) {
 
 void *orba_queue_pop(orba_queue *queue, void **value_out, orba_queue_node **node_out) {
   pthread_mutex_lock(&queue->mutex);
-  pthread_cleanup_push(unlock, &queue->mutex);
-  while (queue->head == nullptr) {
-    pthread_cond_wait(&queue->cond, &queue->mutex);
+  if (queue->head == nullptr) {
+    wait_for_element(*queue);
   }
-  pthread_cleanup_pop(0);
   orba_queue_node *node = unlink_oldest(*queue);
   pthread_mutex_unlock(&queue->mutex);
   return deliver(node, value_out, node_out);
