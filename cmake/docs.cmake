@@ -9,7 +9,7 @@ file(GLOB drawings CONFIGURE_DEPENDS docs/drawings/*.dot)
 file(GLOB headers CONFIGURE_DEPENDS include/kest/*.h)
 
 foreach(drawing ${drawings})
-  cmake_path(GET drawing STEM name)
+  get_filename_component(name ${drawing} NAME_WE)
   list(APPEND pictures ${DOCS_DRAWINGS}/${name}.svg)
   add_custom_command(OUTPUT ${DOCS_DRAWINGS}/${name}.svg
     COMMAND dot -Tsvg -o ${DOCS_DRAWINGS}/${name}.svg ${drawing}
