@@ -12,8 +12,8 @@
 /// the next line, and LOG_FILE is changed only while no thread logs.
 ///
 /// NOTE: each hexadecimal digit that the library writes is an error line. With KEST_LOG_ERROR one
-/// PDU makes some 50 lines, in up to a millisecond. Leave it off, and to see why a PDU was refused switch
-/// it on and decode that PDU again.
+/// PDU makes some 50 lines, in up to a millisecond. Leave it off, and to see why a PDU was refused
+/// switch it on and decode that PDU again.
 /// @{
 #ifndef KEST_LOG_H
 #define KEST_LOG_H
