@@ -72,34 +72,23 @@ int create(const char *log_name, const char *name, sockaddr_un *addr_out, int ty
   return fd;
 }
 
-// write_part writes at least one octet, whatever signals come. It returns how many, or -1.
-ssize_t write_part(int fd, const char *octets, int32_t n) {
-  for (;;) {
-    errno = 0; // a result of 0 sets none
-    const ssize_t written = write(fd, octets, static_cast<size_t>(n));
-    if (written > 0) {
-      return written;
-    }
-    if (errno != EINTR) {
-      return -1;
-    }
-  }
-}
-
 } // namespace
 
 int32_t writen(int fd, const void *buf, int32_t n) {
-  if (n <= 0) {
-    return n;
-  }
-  const auto *octets = static_cast<const char *>(buf);
-  ssize_t part = write_part(fd, octets, n);
-  const uncancelled rest; // a part is out
+  const uncancelled whole; // a cancelled `write` does not say what it has written
+  const auto *rest = static_cast<const char *>(buf);
   int32_t left = n;
-  while (part > 0 && (left -= static_cast<int32_t>(part)) > 0) {
-    part = write_part(fd, octets + n - left, left);
+  while (left > 0) {
+    errno = 0; // a result of 0 sets none
+    const ssize_t written = write(fd, rest, static_cast<size_t>(left));
+    if (written > 0) {
+      rest += written;
+      left -= static_cast<int32_t>(written);
+    } else if (errno != EINTR) {
+      return -1;
+    }
   }
-  return part > 0 ? n : -1;
+  return n;
 }
 
 int connect_socket_server(const char *name, int type) {

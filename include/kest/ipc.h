@@ -117,8 +117,9 @@ KEST_API uint32_t orba_queue_length(const orba_queue *queue);
 /// writen writes the `n` octets of `buf`, however many calls of `write` that takes, and returns
 /// `n`. Interruptions by signals do not count. Any other failure gives -1, with `errno` as `write`
 /// left it, 0 if that wrote nothing without an error; a part may have been written. An `n` of 0 or
-/// below writes nothing. A thread can be cancelled (pthread_cancel) until the first octet is out.
-/// NOTE: to write to a peer that has gone raises SIGPIPE, unless the host ignores it.
+/// below writes nothing. A writer that a peer holds up is not cancelled; it ends with -1 if the
+/// host shuts the socket down (`shutdown`). NOTE: to write to a peer that has gone raises SIGPIPE,
+/// unless the host ignores it.
 KEST_API int32_t writen(int fd, const void *buf, int32_t n);
 
 /// connect_socket_server connects to a socket whose file the process's real user may read.

@@ -16,12 +16,10 @@
 
 /// @defgroup kest_host Threads, processes and names of a host
 /// Cancelled threads (pthread_cancel)
-/// - A request to cancel a thread waits for the end of the function that it is in. The thread ends
-/// at
-///   its next cancellation point, for which a loop may need `pthread_testcancel`.
-/// - Two functions can be cancelled where they wait: orba_queue_pop until it has an element, and
-///   writen until its first octet is out. No lock stays taken.
-/// - All others that wait do so to their end: orba_queue_push with a value, usock and
+/// - A request to cancel a thread waits for the end of the function that it is in. The thread
+///   ends at its next cancellation point, for which a loop may need `pthread_testcancel`.
+/// - orba_queue_pop alone can be cancelled where it waits. Its queue is unlocked then.
+/// - All others that wait do so to their end: orba_queue_push with a value, writen, usock and
 ///   connect_socket_server.
 /// - A thread whose cancellation is asynchronous (PTHREAD_CANCEL_ASYNCHRONOUS) calls none of them.
 ///

@@ -17,6 +17,7 @@ child of log_message logs: yes
 child of _tulp_pr logs: yes
 records are whole: yes
 queue cancelled: yes
+writen cancelled: yes
 errno is kept: yes
 END
 [ -e "$folder/own_names" ] || exit 0

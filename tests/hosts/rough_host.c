@@ -131,6 +131,34 @@ static int cancel_at_queue(void) {
   return holds;
 }
 
+enum { OCTETS = 1 << 20 /* more than a pipe takes at once */ };
+static int ends[2];
+
+static void *write_all(void *octets) {
+  writen(ends[1], octets, OCTETS);
+  pthread_testcancel();
+  return NULL;
+}
+
+/* A writer goes on until all is written. */
+static int cancel_writer(void) {
+  static char octets[OCTETS];
+  void *result;
+  pthread_t writer;
+  ssize_t size, all = 0;
+  if (pipe(ends) != 0) {
+    return 0;
+  }
+  pthread_create(&writer, NULL, write_all, octets);
+  usleep(20000);
+  pthread_cancel(writer);
+  while (all < OCTETS && (size = read(ends[0], octets, sizeof octets)) > 0) {
+    all += size;
+  }
+  pthread_join(writer, &result);
+  return result == PTHREAD_CANCELED && all == OCTETS;
+}
+
 static int keeps_errno(void (*function)(void)) {
   errno = ENOTTY;
   function();
@@ -148,6 +176,7 @@ int main(void) {
   step("records are whole", all_records_are_whole());
   orba_queue_init(&queue);
   step("queue cancelled", cancel_at_queue());
+  step("writen cancelled", cancel_writer());
   strcpy(LOG_FILE, "/no/log");
   step("errno is kept", keeps_errno(write_debug_log) && keeps_errno(write_system_log) &&
                             keeps_errno(write_typed_log));
