@@ -129,7 +129,7 @@ TEST(Ussd, EverySchemeAndLength) {
   }
 }
 
-// In place, and with `dst` some octets ahead or behind, of a text of one block and of several.
+// In place, and with `dst` some octets before or after, for texts of one block and of several.
 TEST(Ussd, OverlappingBuffersChangeNothing) {
   for (const size_t len : {7u, 14u, 255u}) {
     octet_string src = some_octets(len);
