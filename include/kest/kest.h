@@ -24,7 +24,8 @@
 /// - A thread whose cancellation is asynchronous (PTHREAD_CANCEL_ASYNCHRONOUS) calls none of them.
 ///
 /// Processes that fork
-/// - A child may log at once, whatever the other threads of its parent were doing.
+/// - A child may log at once, whatever the other threads of its parent were doing. For that, `fork`
+///   waits until the line that another thread is writing is out.
 /// - A signal handler calls neither `fork` nor the library: it may have interrupted a line.
 ///
 /// Names
