@@ -142,7 +142,7 @@ static void *write_all(void *octets) {
 
 /* A writer goes on until all is written. */
 static int cancel_writer(void) {
-  static char octets[OCTETS];
+  static char octets[OCTETS], read_octets[4096];
   void *result;
   pthread_t writer;
   ssize_t size, all = 0;
@@ -152,7 +152,7 @@ static int cancel_writer(void) {
   pthread_create(&writer, NULL, write_all, octets);
   usleep(20000);
   pthread_cancel(writer);
-  while (all < OCTETS && (size = read(ends[0], octets, sizeof octets)) > 0) {
+  while (all < OCTETS && (size = read(ends[0], read_octets, sizeof read_octets)) > 0) {
     all += size;
   }
   pthread_join(writer, &result);
