@@ -29,7 +29,7 @@ std::atomic<int32_t> kest_log_enabled{1};
 // thread rotates. No other lock of the library is taken under it.
 pthread_mutex_t kest_log_mutex = PTHREAD_MUTEX_INITIALIZER;
 
-[[gnu::constructor]] void keep_over_fork() {
+[[gnu::constructor(KEST_FIRST)]] void keep_over_fork() {
   kest_hold_over_fork<kest_log_mutex>();
 }
 

@@ -14,9 +14,10 @@ int32_t verbose = 0;
 
 namespace {
 
-pthread_mutex_t log_mutex = PTHREAD_MUTEX_INITIALIZER; // ready before logging_init as well
+// Ready before logging_init as well, which leaves it alone: other threads may hold it.
+pthread_mutex_t log_mutex = PTHREAD_MUTEX_INITIALIZER;
 
-[[gnu::constructor]] void keep_over_fork() {
+[[gnu::constructor(KEST_FIRST)]] void keep_over_fork() {
   kest_hold_over_fork<log_mutex>();
 }
 
@@ -31,7 +32,7 @@ void system_log_lock::unlock() {
 }
 
 void logging_init(const char *ident) {
-  pthread_mutex_init(&log_mutex, nullptr);
+  const system_log_lock lock;
   openlog(ident, LOG_PID | LOG_CONS, LOG_DAEMON);
 }
 

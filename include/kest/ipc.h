@@ -69,7 +69,8 @@ KEST_API int32_t orba_queue_push(orba_queue *queue, void *data, void *value);
 /// orba_queue_pop takes the oldest element, waiting for one if there is none. It returns the
 /// element's data and stores its value, null if nobody waits for it, and its node, for
 /// orba_queue_pop_done. A consumer can be cancelled (pthread_cancel) while it waits: it has no
-/// element then, and the queue goes on.
+/// element then, and the queue goes on. NOTE: with glibc on ARM and MIPS such a thread runs its
+/// handlers of `pthread_cleanup_push` in C, but no destructors of C++.
 KEST_API void *orba_queue_pop(orba_queue *queue, void **value_out, orba_queue_node **node_out);
 
 /// orba_queue_pop_without_cond_wait does so without waiting for an element: on an empty queue the

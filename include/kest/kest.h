@@ -24,9 +24,14 @@
 /// - A thread whose cancellation is asynchronous (PTHREAD_CANCEL_ASYNCHRONOUS) calls none of them.
 ///
 /// Processes that fork
-/// - A child may log at once, whatever the other threads of its parent were doing. For that, `fork`
-///   waits until the line that another thread is writing is out.
-/// - A signal handler calls neither `fork` nor the library: it may have interrupted a line.
+/// - A child may log at once, although other threads of its parent were logging. For that, `fork`
+///   waits until the lines that these are writing are out.
+/// - The C library has locks of its own, which a child may find taken if the host's own threads use
+///   them: of the time zone (localtime) and the system log, and with musl of standard output.
+/// - Neither a signal handler nor a handler of `pthread_atfork` calls the library, and no signal
+///   handler calls `fork`: it may have interrupted a line.
+/// - A host that loads the library at run time (dlopen) registers its handlers of `pthread_atfork`
+///   after that.
 ///
 /// Names
 /// - Functions of the shared library call each other, and none of the host's of the same name.

@@ -36,7 +36,8 @@ enum {
 /// What is logged: KEST_LOG_DEBUG, KEST_LOG_ERROR, both or 0. The host defines it.
 extern KEST_API uint32_t log_level;
 
-/// The path of the file. "" means that there is no file, and a path of more than 253 characters
+/// The path of the file, a regular one: a FIFO or a terminal can hold up all threads that log, and
+/// `fork`. "" means that there is no file, and a path of more than 253 characters
 /// counts as a file that can't be opened. The host defines it.
 extern KEST_API char LOG_FILE[];
 

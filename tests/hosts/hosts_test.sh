@@ -15,6 +15,7 @@ _tulp_pr cancelled: yes
 child of kest_log logs: yes
 child of log_message logs: yes
 child of _tulp_pr logs: yes
+child of logging_init opens the log: yes
 records are whole: yes
 queue cancelled: yes
 writen cancelled: yes

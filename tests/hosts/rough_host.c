@@ -32,6 +32,9 @@ static void write_system_log(void) {
 static void write_typed_log(void) {
   _tulp_pr(0, LOG_ERR, "%s\n", "a line");
 }
+static void open_system_log(void) {
+  logging_init("rough_host");
+}
 static void *repeat(void *function) {
   for (;;) {
     ((void (*)(void))(uintptr_t)function)();
@@ -173,6 +176,7 @@ int main(void) {
   step("child of kest_log logs", fork_while(write_debug_log));
   step("child of log_message logs", fork_while(write_system_log));
   step("child of _tulp_pr logs", fork_while(write_typed_log));
+  step("child of logging_init opens the log", fork_while(open_system_log));
   step("records are whole", all_records_are_whole());
   orba_queue_init(&queue);
   step("queue cancelled", cancel_at_queue());
