@@ -13,6 +13,7 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 build=$folder/build
 image=$folder/image
+export CMAKE_GENERATOR=Ninja # make may not be there
 
 quiet() { # quiet COMMAND...: shows what it prints only if it fails
   "$@" >"$folder/log" 2>&1 || { cat "$folder/log"; return 1; }
