@@ -47,7 +47,7 @@ openwrt)
   recipe=CMAKE_OPTIONS
   ;;
 yocto)
-  mapped="-ffile-prefix-map=$root=/usr/src/debug -ffile-prefix-map=$build=/usr/src/debug"
+  mapped="-ffile-prefix-map=$root=libkest-utils -ffile-prefix-map=$build=libkest-utils"
   flags="-O2 -pipe -g -feliminate-unused-debug-types $mapped -fstack-protector-strong -D_FORTIFY_SOURCE=2 -Wformat -Wformat-security -Werror=format-security"
   export LDFLAGS='-Wl,-O1 -Wl,--hash-style=gnu -Wl,--as-needed -Wl,-z,relro,-z,now'
   switches=(-G Ninja -DCMAKE_C_FLAGS_RELEASE=-DNDEBUG -DCMAKE_CXX_FLAGS_RELEASE=-DNDEBUG
