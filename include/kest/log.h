@@ -110,7 +110,7 @@ extern KEST_API int32_t log_priority; ///< lines of a higher number are dropped;
 extern KEST_API int32_t verbose;      ///< not 0: lines that pass also go to standard output
 
 /// logging_init opens the system log for facility LOG_DAEMON, with LOG_PID and LOG_CONS. The log
-/// keeps `ident`, which has to stay valid. Call it before another thread calls log_message. A
+/// keeps `ident`, which has to stay valid. Any thread may call it at any time. A
 /// process has one connection to the system log: the last of logging_init and init_tulp_syslog sets
 /// its identity and facility.
 KEST_API void logging_init(const char *ident);
