@@ -19,15 +19,10 @@ add_executable(kest_tests
   sim/access_test.cpp
   sim/get_response_test.cpp
   sms/cdma/submit_test.cpp
-  sms/decode/address_test.cpp
   sms/decode/cell_broadcast_test.cpp
   sms/decode/message_test.cpp
-  sms/decode/user_data_header_test.cpp
-  sms/decode/user_data_text_test.cpp
-  sms/encode/address_test.cpp
   sms/encode/message_test.cpp
   sms/encode/sizing_test.cpp
-  sms/encode/user_data_test.cpp
   sms/round_trip_test.cpp
   support/debug_log.cpp
   support/failing_malloc.cpp

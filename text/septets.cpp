@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "text/word.h"
+#include "octets/word.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "kest/text.h"
 #include "text/apart.h"
-#include "text/word.h"
+#include "octets/word.h"
 
 namespace {
 

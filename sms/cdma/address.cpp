@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "sms/cdma/bit_writer.h"
+#include "octets/bit_writer.h"
 
 namespace {
 
@@ -30,10 +30,7 @@ unsigned dtmf_code(char c, unsigned previous) {
 } // namespace
 
 uint32_t kest_sms_encode_cdma_address(const char *number, uint8_t *address, uint8_t *address_len) {
-  if (address_len == nullptr) {
-    return 0;
-  }
-  if (number == nullptr || address == nullptr || number[0] == '\0') {
+  if (number[0] == '\0') {
     *address_len = 0;
     return 0;
   }
@@ -54,7 +51,7 @@ uint32_t kest_sms_encode_cdma_address(const char *number, uint8_t *address, uint
   for (size_t i = 0; i < count; i += 2) { // an odd number ends in a code of 0
     const unsigned first = dtmf_code(digits[i], previous);
     const unsigned second = i + 1 < count ? dtmf_code(digits[i + 1], first) : 0;
-    if (first == 0 && second == 0) { // nothing to repeat: also the digits behind are left out
+    if (first == 0 && second == 0) { // nothing to repeat: also the digits after it are left out
       break;
     }
     put_bits(out, 4, first);

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "sms/cdma/bit_writer.h"
+#include "octets/bit_writer.h"
 #include "sms/encode/counters.h"
 #include "sms/encode/user_data.h"
 #include "text/septets.h"
@@ -16,7 +16,7 @@ constexpr uint32_t VALIDITY_PERIOD_RELATIVE = 0x05;
 constexpr uint32_t REPLY_OPTION = 0x0A;
 
 constexpr uint32_t MESSAGE_TYPE_SUBMIT = 2;
-constexpr uint8_t VALIDITY_DEFAULT = 173; // seven days
+constexpr uint8_t VALIDITY_SEVEN_DAYS = 173;
 constexpr uint32_t DAK_REQ = 0x40;
 
 // MSG_ENCODING (3GPP2 C.R1001, table 9.1-1).
@@ -41,7 +41,7 @@ struct user_data {
   }
   if (alphabet == KEST_GW_ALPHABET_7BIT) {
     out.encoding = ENCODING_7BIT_ASCII;
-    // Octets of the text, not septets, and only those ahead of a NUL.
+    // Octets of the text, not septets, and only those before a NUL.
     out.num_fields = strnlen(reinterpret_cast<const char *>(text.data()), text.size());
     out.size = kest_pack_septets(coded, *count, 0, sizeof out.payload, out.payload);
     return true;
@@ -59,12 +59,11 @@ void put_subparameter(bit_writer &out, uint32_t id, size_t length) {
   put_bits(out, 8, static_cast<uint32_t>(length));
 }
 
-void put_message_identifier(bit_writer &out, uint8_t header_ind) {
+void put_message_identifier(bit_writer &out) {
   put_subparameter(out, MESSAGE_IDENTIFIER, 3);
   put_bits(out, 4, MESSAGE_TYPE_SUBMIT);
   put_bits(out, 16, kest_cdma_next_message_id());
-  put_bits(out, 1, header_ind == 1 ? 1 : 0);
-  put_bits(out, 3, 0);
+  put_bits(out, 4, 0); // HEADER_IND: none; three reserved bits
 }
 
 void put_user_data(bit_writer &out, const user_data &data) {
@@ -77,36 +76,24 @@ void put_user_data(bit_writer &out, const user_data &data) {
 
 } // namespace
 
-uint32_t kest_sms_encode_cdma_bearer_data_with_validity(std::span<const uint8_t> text,
-                                                        uint32_t status_report,
-                                                        kest_gw_alphabet alphabet,
-                                                        uint8_t header_ind, uint8_t *bearer,
-                                                        uint8_t *bearer_len, uint8_t validity) {
-  if (bearer_len == nullptr) {
-    return 0;
-  }
-  if (bearer == nullptr || text.empty() || text[0] == '\0') {
+uint32_t kest_sms_encode_cdma_bearer_data(std::span<const uint8_t> text, uint32_t status_report,
+                                          kest_gw_alphabet alphabet, uint8_t *bearer,
+                                          uint8_t *bearer_len) {
+  if (text.empty() || text[0] == '\0') {
     *bearer_len = 0;
     return 0;
   }
   bit_writer out{bearer, CDMA_BEARER_DATA_SIZE};
-  put_message_identifier(out, header_ind);
+  put_message_identifier(out);
   user_data data;
   if (!code_user_data(text, alphabet, data)) {
     return 0;
   }
   put_user_data(out, data);
   put_subparameter(out, VALIDITY_PERIOD_RELATIVE, 1);
-  put_bits(out, 8, validity != 0 ? validity : VALIDITY_DEFAULT);
+  put_bits(out, 8, VALIDITY_SEVEN_DAYS);
   put_subparameter(out, REPLY_OPTION, 1);
   put_bits(out, 8, status_report == 1 ? DAK_REQ : 0);
   *bearer_len = static_cast<uint8_t>(written_octets(out));
   return *bearer_len;
-}
-
-uint32_t kest_sms_encode_cdma_bearer_data(std::span<const uint8_t> text, uint32_t status_report,
-                                          kest_gw_alphabet alphabet, uint8_t header_ind,
-                                          uint8_t *bearer, uint8_t *bearer_len) {
-  return kest_sms_encode_cdma_bearer_data_with_validity(text, status_report, alphabet, header_ind,
-                                                        bearer, bearer_len, VALIDITY_DEFAULT);
 }

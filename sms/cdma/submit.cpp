@@ -1,9 +1,9 @@
 #include "kest/sms_cdma.h"
 
 #include "kest/log.h"
+#include "octets/writer.h"
 #include "sms/cdma/address.h"
 #include "sms/cdma/bearer_data.h"
-#include "sms/encode/octet_writer.h"
 #include "sms/encode/user_data.h"
 
 namespace {
@@ -25,42 +25,40 @@ static_assert(FIXED_OCTETS + CDMA_ADDRESS_SIZE + CDMA_BEARER_DATA_SIZE ==
               KEST_SMS_CDMA_SUBMIT_PDU_SIZE);
 
 void put_teleservice(octet_writer &out) {
-  put_octet(out, TELESERVICE_IDENTIFIER);
-  put_octet(out, 2);
-  put_octet(out, TELESERVICE_CMT_95 >> 8);
-  put_octet(out, TELESERVICE_CMT_95 & 0xFF);
+  out.u8(TELESERVICE_IDENTIFIER);
+  out.u8(2);
+  out.u16(TELESERVICE_CMT_95);
 }
 
 void put_bearer_reply_option(octet_writer &out) {
-  put_octet(out, BEARER_REPLY_OPTION);
-  put_octet(out, 1);
-  put_octet(out, 0); // REPLY_SEQ, six bits, and two reserved ones
+  out.u8(BEARER_REPLY_OPTION);
+  out.u8(1);
+  out.u8(0); // REPLY_SEQ, six bits, and two reserved ones
 }
 
-// value_at returns the place of a parameter's value, which stands behind its length octet.
-uint8_t *value_at(const octet_writer &out) {
-  return out.data + out.pos + 1;
-}
+// The value of a parameter is written in place after its length octet.
 
 [[nodiscard]] bool put_address(octet_writer &out, const char *number) {
-  const uint32_t written = kest_sms_encode_cdma_address(number, value_at(out), out.data + out.pos);
+  uint8_t *const length = out.data + out.pos;
+  const uint32_t written = kest_sms_encode_cdma_address(number, length + 1, length);
   if (written == 0) {
     kest_log(log_level & KEST_LOG_ERROR, "%s encode cdma address fail !!!\n", NAME);
     return false;
   }
-  out.pos += 1 + written;
+  out.space(1 + written);
   return true;
 }
 
 [[nodiscard]] bool put_bearer_data(octet_writer &out, const message_text &text,
                                    uint32_t status_report) {
-  const uint32_t written = kest_sms_encode_cdma_bearer_data(
-      {text.octets, text.len}, status_report, text.alphabet, 0, value_at(out), out.data + out.pos);
+  uint8_t *const length = out.data + out.pos;
+  const uint32_t written = kest_sms_encode_cdma_bearer_data({text.octets, text.len}, status_report,
+                                                            text.alphabet, length + 1, length);
   if (written == 0) {
     kest_log(log_level & KEST_LOG_ERROR, "%s encode cdma bearer data fail !!!\n", NAME);
     return false;
   }
-  out.pos += 1 + written;
+  out.space(1 + written);
   return true;
 }
 
@@ -75,14 +73,14 @@ uint32_t kest_sms_encode_cdma_submit_pdu(const char *number, const char *text,
   message_text taken;
   kest_sms_take_text(NAME, text, is_hex != 0, taken);
   octet_writer out{pdu, KEST_SMS_CDMA_SUBMIT_PDU_SIZE};
-  put_octet(out, SMS_POINT_TO_POINT);
+  out.u8(SMS_POINT_TO_POINT);
   put_teleservice(out);
-  put_octet(out, DESTINATION_ADDRESS);
+  out.u8(DESTINATION_ADDRESS);
   if (!put_address(out, number)) {
     return 0;
   }
   put_bearer_reply_option(out);
-  put_octet(out, BEARER_DATA);
+  out.u8(BEARER_DATA);
   if (!put_bearer_data(out, taken, status_report)) {
     return 0;
   }

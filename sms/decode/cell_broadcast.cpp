@@ -65,20 +65,19 @@ void add_page(const page &from, const kest_sms_cb_info &info, text_units &text) 
 // read_umts_pages returns false, with a line in the log, if the message has no room for its pages.
 bool read_umts_pages(const char *log_name, octet_reader &in, kest_sms_cb_info &info,
                      text_units &text) {
-  info.total_pages = read_octet(in);
-  if (info.total_pages * (PAGE_OCTETS + 1) > in.octets.size() - in.pos) {
+  info.total_pages = in.u8();
+  if (info.total_pages * (PAGE_OCTETS + 1) > in.left()) {
     kest_log(log_level & KEST_LOG_ERROR, "%s user data length not correct !!!\n", log_name);
     return false;
   }
   for (unsigned i = 0; i < info.total_pages; ++i) {
-    const std::span<const uint8_t> content = in.octets.subspan(in.pos, PAGE_OCTETS);
-    skip_octets(in, PAGE_OCTETS);
-    add_page({content, std::min<size_t>(read_octet(in), PAGE_OCTETS)}, info, text);
+    const std::span<const uint8_t> content = in.take(PAGE_OCTETS);
+    add_page({content, std::min<size_t>(in.u8(), PAGE_OCTETS)}, info, text);
   }
   return true;
 }
 
-// without_language_code returns the text, behind the language code if one stands ahead of it.
+// without_language_code returns the text after its language code, if there is one.
 std::span<const uint8_t> without_language_code(const kest_sms_cb_info &info,
                                                const text_units &text) {
   size_t code = 0;
@@ -103,13 +102,12 @@ bool write_text(kest_gw_alphabet alphabet, std::span<const uint8_t> units, char 
 
 uint32_t decode_cell_broadcast(const char *log_name, std::span<const uint8_t> data, char *text,
                                kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
-  octet_reader in = {data};
+  octet_reader in{data};
   memset(&info, 0, sizeof info); // what is between the fields as well
-  const int32_t header_size = kest_sms_decode_gw_cb_header(in, info, msg_class);
-  if (header_size == CB_WRONG_TYPE) {
+  if (!kest_sms_decode_gw_cb_header(in, info, msg_class)) {
     return 0;
   }
-  if (in.octets.size() < static_cast<size_t>(header_size)) {
+  if (in.overrun) {
     kest_log(log_level & KEST_LOG_DEBUG, "%s no user data done!!\n", log_name);
     return 1;
   }
@@ -118,10 +116,9 @@ uint32_t decode_cell_broadcast(const char *log_name, std::span<const uint8_t> da
              log_name);
     return 1;
   }
-  skip_octets(in, static_cast<size_t>(header_size));
   text_units units;
   if (info.format == KEST_CB_FORMAT_GSM) {
-    const std::span<const uint8_t> content = in.octets.subspan(in.pos);
+    const std::span<const uint8_t> content = in.take(in.left());
     add_page({content, content.size()}, info, units);
   } else if (!read_umts_pages(log_name, in, info, units)) {
     return 0;

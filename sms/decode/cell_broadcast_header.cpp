@@ -5,34 +5,12 @@
 
 #include "kest/log.h"
 #include "sms/decode/timestamp.h"
-
-// The host's record, on 32-bit and 64-bit targets alike.
-static_assert(sizeof(kest_sms_cb_info) == 68 &&
-              offsetof(kest_sms_cb_info, message_identifier) == 4 &&
-              offsetof(kest_sms_cb_info, serial_number) == 6 &&
-              offsetof(kest_sms_cb_info, geographical_scope) == 8 &&
-              offsetof(kest_sms_cb_info, message_code) == 10 &&
-              offsetof(kest_sms_cb_info, update_number) == 12 &&
-              offsetof(kest_sms_cb_info, umts_message_type) == 13 &&
-              offsetof(kest_sms_cb_info, alphabet) == 14 &&
-              offsetof(kest_sms_cb_info, language) == 15 &&
-              offsetof(kest_sms_cb_info, language_chars) == 16 &&
-              offsetof(kest_sms_cb_info, total_pages) == 19 &&
-              offsetof(kest_sms_cb_info, page_number) == 20 &&
-              offsetof(kest_sms_cb_info, warning_type) == 22 &&
-              offsetof(kest_sms_cb_info, emergency_user_alert) == 24 &&
-              offsetof(kest_sms_cb_info, popup) == 25 &&
-              offsetof(kest_sms_cb_info, timestamp) == 26 &&
-              offsetof(kest_sms_cb_info, cmas_class) == 52 &&
-              offsetof(kest_sms_cb_info, cmas_severity) == 56 &&
-              offsetof(kest_sms_cb_info, cmas_urgency) == 60 &&
-              offsetof(kest_sms_cb_info, cmas_certainty) == 64);
+#include "sms/tpdu.h"
 
 namespace {
 
 constexpr size_t GSM_MAX_SIZE = 88; // octets of a page; a UMTS message has more (clause 9.4.1.1)
-constexpr int32_t HEADER_SIZE = 6;
-constexpr int32_t ETWS_HEADER_SIZE = 13; // with a time stamp
+constexpr uint8_t TYPE_CBS_MESSAGE = 1;  // of a UMTS message with text (clause 9.4.2.2)
 constexpr size_t LANGUAGE_CODE_SIZE = 2; // octets
 constexpr uint8_t CARRIAGE_RETURN = 13;
 
@@ -46,7 +24,7 @@ struct cmas_row {
   int8_t message_class, severity, urgency, certainty; // as in the record
 };
 
-// From CMAS_FIRST on. The identifiers behind them, up to CMAS_LAST, have UNKNOWN_CMAS.
+// From CMAS_FIRST on. The identifiers after them, up to CMAS_LAST, have UNKNOWN_CMAS.
 constexpr cmas_row UNKNOWN_CMAS = {-1, -1, -1, -1};
 constexpr cmas_row CMAS_ROWS[] = {
     {0, -1, -1, -1},                                           // presidential level
@@ -60,11 +38,10 @@ constexpr cmas_row CMAS_ROWS[] = {
 
 // read_number returns 0 if one of the two octets is missing: half an identifier names another
 // message.
-unsigned read_number(octet_reader &in) {
-  const bool whole = in.octets.size() - in.pos >= 2;
-  const unsigned high = read_octet(in);
-  const unsigned number = high << 8 | read_octet(in);
-  return whole ? number : 0;
+uint16_t read_number(octet_reader &in) {
+  const bool whole = in.left() >= 2;
+  const uint16_t number = in.u16();
+  return whole ? number : uint16_t{0};
 }
 
 void read_serial_number(octet_reader &in, kest_sms_cb_info &info) {
@@ -80,14 +57,14 @@ bool is_etws(const kest_sms_cb_info &info) {
 }
 
 // set_language_chars unpacks the two septets that `content` begins with.
-void set_language_chars(const octet_reader &content, kest_sms_cb_info &info) {
+void set_language_chars(octet_reader content, kest_sms_cb_info &info) {
   info.language_chars[0] = 'E'; // if there is no room for a code
   info.language_chars[1] = 'N';
   info.language_chars[2] = CARRIAGE_RETURN;
-  if (content.octets.size() - content.pos >= LANGUAGE_CODE_SIZE) {
-    const unsigned packed = peek_octet(content, 0) | unsigned{peek_octet(content, 1)} << 8;
-    info.language_chars[0] = packed & 0x7F;
-    info.language_chars[1] = (packed >> 7) & 0x7F;
+  if (content.left() >= LANGUAGE_CODE_SIZE) {
+    const unsigned low = content.u8();
+    info.language_chars[0] = low & 0x7F;
+    info.language_chars[1] = (content.u8() << 1 | low >> 7) & 0x7F;
   }
 }
 
@@ -103,7 +80,7 @@ void decode_data_coding(uint8_t octet, kest_sms_cb_info &info, kest_sms_msg_clas
   case 0x3:
     info.language = octet;
     break;
-  case 0x1: // a language code ahead of the text
+  case 0x1: // a language code before the text
     if (octet <= 0x11) {
       info.language = KEST_CB_LANGUAGE_IN_TEXT;
       info.alphabet = octet == 0x11 ? KEST_GW_ALPHABET_UCS2 : KEST_GW_ALPHABET_7BIT;
@@ -130,12 +107,12 @@ void decode_data_coding(uint8_t octet, kest_sms_cb_info &info, kest_sms_msg_clas
   }
 }
 
-// read_data_coding reads the octet and, behind it and the one of the pages, the language code.
+// read_data_coding reads the octet, and the language code after it and the octet of the pages.
 void read_data_coding(octet_reader &in, kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
-  decode_data_coding(read_octet(in), info, msg_class);
+  decode_data_coding(in.u8(), info, msg_class);
   if (info.language == KEST_CB_LANGUAGE_IN_TEXT) {
     octet_reader content = in;
-    skip_octets(content, 1);
+    content.skip(1);
     set_language_chars(content, info);
   }
 }
@@ -143,22 +120,20 @@ void read_data_coding(octet_reader &in, kest_sms_cb_info &info, kest_sms_msg_cla
 void read_gsm_page(octet_reader &in, kest_sms_cb_info &info, kest_sms_msg_class &msg_class) {
   info.format = KEST_CB_FORMAT_GSM;
   read_data_coding(in, info, msg_class);
-  const uint8_t pages = read_octet(in);
+  const uint8_t pages = in.u8();
   info.page_number = pages >> 4;
   info.total_pages = pages & 0xF;
 }
 
-// read_etws_primary returns the size of the header. The warning type is told by the identifier.
-int32_t read_etws_primary(octet_reader &in, kest_sms_cb_info &info) {
+// read_etws_primary skips the warning type: the identifier says it as well.
+void read_etws_primary(octet_reader &in, kest_sms_cb_info &info) {
   info.format = KEST_CB_FORMAT_ETWS_PRIMARY;
   info.alphabet = KEST_GW_ALPHABET_7BIT;
   info.language = KEST_CB_LANGUAGE_NONE;
-  if (in.octets.size() < ETWS_HEADER_SIZE) {
-    return HEADER_SIZE;
+  in.skip(2);
+  if (in.left() >= TIMESTAMP_SIZE) {
+    kest_sms_decode_timestamp(in, info.timestamp);
   }
-  skip_octets(in, 2);
-  kest_sms_decode_timestamp(in, info.timestamp);
-  return ETWS_HEADER_SIZE;
 }
 
 void classify_warning(kest_sms_cb_info &info) {
@@ -179,27 +154,25 @@ void classify_warning(kest_sms_cb_info &info) {
 
 } // namespace
 
-int32_t kest_sms_decode_gw_cb_header(octet_reader message, kest_sms_cb_info &info,
-                                     kest_sms_msg_class &msg_class) {
-  octet_reader &in = message;
-  int32_t header_size = HEADER_SIZE;
+bool kest_sms_decode_gw_cb_header(octet_reader &in, kest_sms_cb_info &info,
+                                  kest_sms_msg_class &msg_class) {
   msg_class = KEST_SMS_CLASS_NONE;
-  if (in.octets.size() > GSM_MAX_SIZE) {
+  if (in.left() > GSM_MAX_SIZE) {
     info.format = KEST_CB_FORMAT_UMTS;
-    info.umts_message_type = read_octet(in);
-    if (info.umts_message_type != CB_TYPE_MESSAGE) {
+    info.umts_message_type = in.u8();
+    if (info.umts_message_type != TYPE_CBS_MESSAGE) {
       kest_log(log_level & KEST_LOG_ERROR, "%s Error msg type: umts_message_type=%d !!!\n",
                "kest_sms_decode_gw_cb_header", info.umts_message_type);
-      return CB_WRONG_TYPE;
+      return false;
     }
-    info.message_identifier = static_cast<uint16_t>(read_number(in));
+    info.message_identifier = read_number(in);
     read_serial_number(in, info);
     read_data_coding(in, info, msg_class);
   } else {
     read_serial_number(in, info);
-    info.message_identifier = static_cast<uint16_t>(read_number(in));
+    info.message_identifier = read_number(in);
     if (is_etws(info)) {
-      header_size = read_etws_primary(in, info);
+      read_etws_primary(in, info);
     } else {
       read_gsm_page(in, info, msg_class);
     }
@@ -209,5 +182,5 @@ int32_t kest_sms_decode_gw_cb_header(octet_reader message, kest_sms_cb_info &inf
     info.page_number = 1;
     info.total_pages = 1;
   }
-  return header_size;
+  return true;
 }

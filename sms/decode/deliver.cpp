@@ -1,13 +1,12 @@
 // SMS-DELIVER (3GPP TS 23.040, clause 9.2.2.1).
 #include "kest/log.h"
 #include "kest/sms_decode.h"
+#include "sms/decode/address.h"
 #include "sms/decode/data_coding.h"
 #include "sms/decode/message.h"
 #include "sms/decode/timestamp.h"
 
 namespace {
-
-constexpr uint8_t TP_PID_TYPE_0 = 0x40; // acknowledged and then thrown away (clause 9.2.3.9)
 
 struct deliver_targets {
   char *smsc, *sender, *timestamp; // may be null
@@ -17,21 +16,21 @@ struct deliver_targets {
 
 uint32_t decode_deliver(const char *log_name, const char *pdu, const deliver_targets &out) {
   received_message message(log_name);
-  if (!kest_sms_open_message(message, pdu, out.smsc, TYPE_DELIVER | TYPE_RESERVED)) {
+  if (!kest_sms_open_message(message, pdu, out.smsc, 1U << MTI_DELIVER | 1U << MTI_RESERVED)) {
     return 0;
   }
-  kest_sms_read_address(message, out.sender);
-  const uint8_t protocol = read_octet(message.in);
+  kest_sms_decode_gw_address(message.in, out.sender);
+  const uint8_t pid = message.in.u8();
   if (out.msg_class != nullptr) {
-    if (protocol == TP_PID_TYPE_0) {
+    if (pid == PID_TYPE_0) {
       kest_log(log_level & KEST_LOG_ERROR, "%s ignore PID = WMS_PID_SM_TYPE_0 !!!\n", log_name);
       return 0;
     }
     *out.msg_class = KEST_SMS_CLASS_NONE;
   }
   const kest_gw_alphabet alphabet =
-      kest_sms_decode_data_coding(log_name, read_octet(message.in), out.msg_class);
-  skip_octets(message.in, kest_sms_decode_timestamp(message.in, out.timestamp));
+      kest_sms_decode_data_coding(log_name, message.in.u8(), out.msg_class);
+  kest_sms_decode_timestamp(message.in, out.timestamp);
   return kest_sms_read_user_data(message, alphabet, out.user_data) ? 1 : 0;
 }
 

@@ -1,19 +1,14 @@
-// sms/decode/message.h: what the decoders of SMS PDUs share: the opening of a PDU, and its user
+// sms/decode/message.h: what the decoders of short messages share: the start of a PDU, and its user
 // data. Each kind of message has its own fields between them.
 #pragma once
 #include <array>
 #include <cstdint>
 
 #include "kest/types.h"
-#include "sms/decode/octet_reader.h"
+#include "octets/reader.h"
+#include "sms/tpdu.h"
 
 constexpr size_t PDU_SIZE = 255; // octets, service-centre field included
-
-// TP-MTI (3GPP TS 23.040, clause 9.2.3.1), as bits of a set.
-constexpr unsigned TYPE_DELIVER = 1 << 0;
-constexpr unsigned TYPE_SUBMIT = 1 << 1;
-constexpr unsigned TYPE_STATUS_REPORT = 1 << 2;
-constexpr unsigned TYPE_RESERVED = 1 << 3; // a received one is read as a DELIVER
 
 // A PDU under decoding. `in` reads `pdu`, so that a message stays where it was made.
 struct received_message {
@@ -36,16 +31,13 @@ struct user_data_targets {
 };
 
 // kest_sms_open_message reads `pdu` up to the first octet of the TPDU and writes the service-centre
-// number, if there is one, to `smsc`. It returns false, with a line in the log, for a `pdu` that is
-// too long or of a type that is not in `types`.
+// number, if there is one, to `smsc`. `mtis` has a bit for each TP-MTI that the caller decodes. It
+// returns false, with a line in the log, for a `pdu` that is too long or of another type.
 [[nodiscard]] bool kest_sms_open_message(received_message &message, const char *pdu, char *smsc,
-                                         unsigned types);
-
-// kest_sms_read_address steps over an address field and writes it to `text`, unless that is null.
-void kest_sms_read_address(received_message &message, char *text);
+                                         unsigned mtis);
 
 // kest_sms_read_user_data reads TP-UDL and TP-UD and writes the text, or the whole PDU if the flag
-// says that it is none. It returns false, with a line in the log and `userdata` untouched, for user
+// says that it is none. It returns false, with a line in the log and `userdata` unchanged, for user
 // data of more than 160 septets or 140 octets, or shorter than its header.
 [[nodiscard]] bool kest_sms_read_user_data(received_message &message, kest_gw_alphabet alphabet,
                                            const user_data_targets &out);

@@ -2,6 +2,7 @@
 #include "kest/log.h"
 #include "kest/sms_decode.h"
 #include "kest/text.h"
+#include "sms/decode/address.h"
 #include "sms/decode/data_coding.h"
 #include "sms/decode/message.h"
 #include "sms/decode/timestamp.h"
@@ -27,26 +28,26 @@ uint32_t decode_status_report(const char *log_name, const char *pdu,
   }
   received_message message(log_name);
   octet_reader &in = message.in;
-  if (!kest_sms_open_message(message, pdu, out.smsc, TYPE_STATUS_REPORT)) {
+  if (!kest_sms_open_message(message, pdu, out.smsc, 1U << MTI_STATUS_REPORT)) {
     return 0;
   }
-  skip_octets(in, 1); // TP-MR
-  kest_sms_read_address(message, out.recipient);
-  skip_octets(in, kest_sms_decode_timestamp(in, out.scts));
-  skip_octets(in, kest_sms_decode_timestamp(in, out.discharge_time));
-  const uint8_t status = read_octet(in);
+  in.skip(1); // TP-MR
+  kest_sms_decode_gw_address(in, out.recipient);
+  kest_sms_decode_timestamp(in, out.scts);
+  kest_sms_decode_timestamp(in, out.discharge_time);
+  const uint8_t status = in.u8();
   kest_binary_to_hexstring(&status, 1, out.status, KEST_SMS_STATUS_TEXT_SIZE);
-  if (in.pos == in.octets.size()) { // the PDU ends here, or ended ahead of this
+  if (in.left() == 0) { // the PDU ends here, or ended before
     kest_log(log_level & KEST_LOG_DEBUG, "%s no user data done!!\n", log_name);
     return 1;
   }
-  const unsigned present = read_octet(in);
+  const unsigned present = in.u8();
   if ((present & TP_PI_PID) != 0) {
-    skip_octets(in, 1);
+    in.skip(1);
   }
   kest_gw_alphabet alphabet = KEST_GW_ALPHABET_7BIT;
   if ((present & TP_PI_DCS) != 0) {
-    alphabet = kest_sms_decode_data_coding(log_name, read_octet(in), out.msg_class);
+    alphabet = kest_sms_decode_data_coding(log_name, in.u8(), out.msg_class);
   }
   if ((present & TP_PI_USER_DATA) == 0) {
     return 1;

@@ -1,5 +1,6 @@
 // SMS-SUBMIT (3GPP TS 23.040, clause 9.2.2.2).
 #include "kest/sms_decode.h"
+#include "sms/decode/address.h"
 #include "sms/decode/data_coding.h"
 #include "sms/decode/message.h"
 
@@ -19,15 +20,15 @@ uint32_t decode_submit(const char *log_name, const char *pdu, const submit_targe
     *out.msg_class = KEST_SMS_CLASS_NONE;
   }
   received_message message(log_name);
-  if (!kest_sms_open_message(message, pdu, out.smsc, TYPE_SUBMIT)) {
+  if (!kest_sms_open_message(message, pdu, out.smsc, 1U << MTI_SUBMIT)) {
     return 0;
   }
-  skip_octets(message.in, 1); // TP-MR
-  kest_sms_read_address(message, out.destination);
-  skip_octets(message.in, 1); // TP-PID
+  message.in.skip(1); // TP-MR
+  kest_sms_decode_gw_address(message.in, out.destination);
+  message.in.skip(1); // TP-PID
   const kest_gw_alphabet alphabet =
-      kest_sms_decode_data_coding(log_name, read_octet(message.in), out.msg_class);
-  skip_octets(message.in, VALIDITY_SIZES[(message.first_octet >> 3) & 3]);
+      kest_sms_decode_data_coding(log_name, message.in.u8(), out.msg_class);
+  message.in.skip(VALIDITY_SIZES[(message.first_octet >> 3) & 3]);
   return kest_sms_read_user_data(message, alphabet, out.user_data) ? 1 : 0;
 }
 

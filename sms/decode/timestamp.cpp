@@ -2,13 +2,12 @@
 
 #include <array>
 
+#include "sms/tpdu.h"
 #include "text/hex.h"
 
 namespace {
 
-constexpr size_t TIMESTAMP_SIZE = 7;
 constexpr size_t ZONE_OCTET = 6;
-constexpr unsigned ZONE_NEGATIVE = 0x8;
 constexpr unsigned ZONE_TENS = 0x7;
 constexpr int ZONE_LOWEST = -48; // quarters of an hour
 
@@ -29,16 +28,16 @@ char zone_sign(unsigned octet) {
 
 } // namespace
 
-uint32_t kest_sms_decode_timestamp(octet_reader octets, char *text) {
-  if (text == nullptr) {
-    return TIMESTAMP_SIZE;
-  }
+void kest_sms_decode_timestamp(octet_reader &in, char *text) {
   std::array<uint8_t, TIMESTAMP_SIZE> stamp;
-  read_octets(octets, stamp);
+  in.read(stamp);
+  if (text == nullptr) {
+    return;
+  }
   const char *const century = (stamp[0] & 0xF) == 9 ? "19" : "20"; // which makes no trace lines
   text[0] = century[0];
   text[1] = century[1];
-  constexpr char SEPARATORS[] = {'/', '/', ',', ':', ':'}; // behind each field but the last
+  static constexpr char SEPARATORS[] = {'/', '/', ',', ':', ':'}; // after each field but the last
   char *field = text + 2;
   for (size_t i = 0; i < ZONE_OCTET; ++i) {
     put_digits(field, stamp[i] & 0xF, stamp[i] >> 4);
@@ -50,5 +49,4 @@ uint32_t kest_sms_decode_timestamp(octet_reader octets, char *text) {
   const unsigned zone = stamp[ZONE_OCTET];
   text[19] = zone_sign(zone);
   put_digits(text + 20, zone & ZONE_TENS, zone >> 4);
-  return TIMESTAMP_SIZE;
 }

@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char *NAME = "kest_convert_userdata_to_utf8";
 
-// put_code_point writes a character behind the `used` octets of `dst` and counts its own in. It
+// put_code_point writes a character after the `used` octets of `dst` and counts its own in. It
 // returns false if there is no room. The last octet of `dst` stays unused.
 [[nodiscard]] inline bool put_code_point(unsigned value, std::span<uint8_t> dst, size_t &used) {
   const size_t room = used < dst.size() ? dst.size() - used - 1 : 0;
@@ -100,9 +100,6 @@ size_t convert_8bit(std::span<const uint8_t> octets, std::span<uint8_t> dst) {
 
 uint32_t kest_convert_userdata_to_utf8(kest_gw_alphabet alphabet, std::span<const uint8_t> src,
                                        std::span<uint8_t> dst) {
-  if (src.data() == nullptr || dst.data() == nullptr) {
-    return 0;
-  }
   kest_log(log_level & KEST_LOG_DEBUG, "%s dcs: 0x%x\n", NAME, alphabet);
   const size_t used = alphabet == KEST_GW_ALPHABET_7BIT   ? convert_7bit(src, dst)
                       : alphabet == KEST_GW_ALPHABET_UCS2 ? convert_ucs2(src, dst)

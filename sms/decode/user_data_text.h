@@ -8,10 +8,10 @@
 // kest_convert_userdata_to_utf8 converts `src`, which holds one GSM code or one 8 bit character to
 // an octet, or 16-bit units with the high octet first (a missing last octet counts as 0), and
 // returns the octets that it wrote to `dst`: less than `dst` holds. It ends at the first character
-// without room. No terminator is written, and a null `src` or `dst` gives 0.
+// without room. No terminator is written.
 //
 // One escape anywhere in 7 bit text decides how nine codes of the whole text read: as in the
-// default alphabet, otherwise as ASCII. A code behind an escape that has no extension character
+// default alphabet, otherwise as ASCII. A code after an escape that has no extension character
 // reads as in the default alphabet, two escapes as a blank. Each 16-bit unit is converted by
 // itself: a surrogate pair comes out as two forms of three octets.
 uint32_t kest_convert_userdata_to_utf8(kest_gw_alphabet alphabet, std::span<const uint8_t> src,

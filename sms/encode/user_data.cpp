@@ -4,10 +4,10 @@
 #include <cstring>
 
 #include "log/debug_log.h"
+#include "octets/word.h"
 #include "text/gsm_alphabet.h"
 #include "text/hex.h"
 #include "text/unicode.h"
-#include "text/word.h"
 
 namespace {
 
@@ -141,9 +141,6 @@ kest_gw_alphabet kest_sms_select_alphabet(std::span<const uint8_t> text) {
 
 int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<const uint8_t> text,
                                           bool cut, uint16_t *consumed, coded_text out) {
-  if (text.data() == nullptr) {
-    return 0;
-  }
   const size_t limit = kest_sms_user_data_limit(alphabet, cut);
   const coded result = alphabet == KEST_GW_ALPHABET_UCS2   ? code_ucs2(text, limit, out)
                        : alphabet == KEST_GW_ALPHABET_8BIT ? code_8bit(text, limit, out)
@@ -168,10 +165,6 @@ std::optional<uint16_t> kest_sms_code_text(const char *log_name, kest_gw_alphabe
   if (consumed != text.size()) {
     kest_log(log_level & KEST_LOG_ERROR, "%s cut segment fail segment_len=%d buf_len=%d !!!\n",
              log_name, consumed, static_cast<int>(text.size()));
-    return std::nullopt;
-  }
-  if (count > kest_sms_user_data_limit(alphabet, false)) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s encode gw userdata fail !!!\n", log_name);
     return std::nullopt;
   }
   return static_cast<uint16_t>(count);

@@ -6,15 +6,14 @@
 #include <span>
 
 #include "kest/types.h"
+#include "sms/tpdu.h"
 
-// What one message and one segment hold: septets of the 7 bit alphabet, octets of the others. A
-// segment leaves room for the seven octets of its concatenation header.
-constexpr uint16_t MESSAGE_SEPTETS = 160;
-constexpr uint16_t MESSAGE_OCTETS = 140;
+// What a segment holds: a message less the seven octets of its concatenation header.
 constexpr uint16_t SEGMENT_SEPTETS = 152;
 constexpr uint16_t SEGMENT_OCTETS = 133;
 
-// kest_sms_user_data_limit returns the one of these that holds; `cut` is true for a segment.
+// kest_sms_user_data_limit returns the septets or octets that a message holds, or with `cut` a
+// segment.
 uint16_t kest_sms_user_data_limit(kest_gw_alphabet alphabet, bool cut);
 
 // kest_sms_read_text copies a host's text, or the octets of its hexadecimal text, to the front of
@@ -33,7 +32,7 @@ using coded_text = std::span<uint8_t, 255>;
 // kest_sms_convert_utf8_to_userdata codes `text` up to the limit of a message, or with `cut` of a
 // segment, and returns the septets or octets in `out`, the rest of which becomes 0. `*consumed`
 // becomes the length of `text`, or with `cut` the bytes that were read: more than `text` has, if a
-// sequence is cut off at its end. A null `text` gives 0 and changes nothing. Characters of the 7
+// sequence is cut off at its end. Characters of the 7
 // bit alphabet without a code are left out.
 int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<const uint8_t> text,
                                           bool cut, uint16_t *consumed, coded_text out);

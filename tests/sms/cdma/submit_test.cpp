@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "sms/cdma/address.h"
-#include "sms/cdma/bearer_data.h"
 #include "sms/encode/counters.h"
 #include "tests/support/debug_log.h"
 #include "tests/support/vectors.h"
@@ -34,33 +32,12 @@ TEST(CdmaSubmit, GivesTheMessageOctetByOctet) {
 
 TEST(CdmaSubmit, RefusesNullPointers) {
   const debug_log log(KEST_LOG_ERROR);
-  uint8_t octets[KEST_SMS_CDMA_SUBMIT_PDU_SIZE], len = 7;
+  uint8_t octets[KEST_SMS_CDMA_SUBMIT_PDU_SIZE];
   EXPECT_EQ(kest_sms_encode_cdma_submit_pdu(nullptr, "a", 0, 0, octets), 0u);
   EXPECT_EQ(kest_sms_encode_cdma_submit_pdu("1", nullptr, 0, 0, octets), 0u);
   EXPECT_EQ(kest_sms_encode_cdma_submit_pdu("1", "a", 0, 0, nullptr), 0u);
   EXPECT_EQ(log.lines(),
             log_lines(3, "kest_sms_encode_cdma_submit_pdu NULL pointer check fail !!!"));
-  EXPECT_EQ(kest_sms_encode_cdma_address("1", octets, nullptr), 0u);
-  EXPECT_EQ(kest_sms_encode_cdma_bearer_data(bytes("a"), 0, 0, 0, octets, nullptr), 0u);
-  EXPECT_EQ(kest_sms_encode_cdma_bearer_data(bytes("a"), 0, 0, 0, nullptr, &len), 0u);
-  EXPECT_EQ(len, 0);
-}
-
-// What the exported function always gives as 0 and as seven days.
-TEST(CdmaSubmit, HeaderIndicatorAndValidity) {
-  const std::tuple<uint8_t, uint8_t, const char *> cases[] = {
-      {0, 0, "0003200010 0103000C00 0501AD 0A0100"},
-      {1, 1, "0003200018 0103000C00 050101 0A0100"},
-      {2, 255, "0003200010 0103000C00 0501FF 0A0100"},
-  };
-  for (const auto &[header_ind, validity, expected] : cases) {
-    uint8_t octets[CDMA_BEARER_DATA_SIZE], len = 0;
-    kest_cdma_message_id = 0;
-    EXPECT_EQ(kest_sms_encode_cdma_bearer_data_with_validity(bytes("\x80"), 0, 1, header_ind,
-                                                             octets, &len, validity),
-              len);
-    EXPECT_EQ(hex({octets, len}), compact(expected));
-  }
 }
 
 } // namespace

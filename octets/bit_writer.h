@@ -1,5 +1,5 @@
-// sms/cdma/bit_writer.h: a field under construction, bit by bit, from the top bit of its first
-// octet. An octet that a bit goes into is cleared first; bits without room are dropped.
+// octets/bit_writer.h: a field under construction, bit by bit, from the top bit of its first octet.
+// An octet is cleared before its first bit goes in. Bits without room are dropped.
 #pragma once
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-// text/word.h: octets or 16-bit units taken a register at a time, the first in the low bits, on
+// octets/word.h: octets or 16-bit units taken a register at a time, the first in the low bits, on
 // machines of either byte order. A fast path stands ahead of the step for one of them, which takes
 // what is less than a word; so nothing outside a buffer is read or written.
 #pragma once
