@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "kest/text.h"
-#include "text/apart.h"
 #include "octets/word.h"
+#include "text/apart.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ struct character {
 constexpr character ILLEGAL = {0, 0};
 
 // read_sequence reads the sequence of two to four bytes at the start of `octets`, the first in the
-// low bits, and takes none that is not well-formed (Unicode Standard, table 3-7). Behind the end of
+// low bits, and takes none that is not well-formed (Unicode Standard, table 3-7). After the end of
 // a sequence that is cut off the octets are 0, which are no trailing bytes.
 [[gnu::always_inline]] inline character read_sequence(uint32_t octets) {
   if ((octets & 0xC0E0) == 0x80C0) {
@@ -138,29 +138,6 @@ void store_ascii_as_units(word octets, uint16_t *dst) {
   store(dst + WORD_UNITS, spread(octets >> HALF));
 }
 
-// A word of two-byte sequences has one in each 16 bits, and their characters are a word of units.
-
-// are_pairs tells whether `octets` are such sequences: none of them is for a character below 0x80.
-constexpr bool are_pairs(word octets) {
-  const word from_c2 = (octets & every_unit(0x001E)) + every_unit(0x7FFE); // in bit 15 of each
-  return (octets & every_unit(0xC0E0)) == every_unit(0x80C0) &&
-         (~from_c2 & every_unit(0x8000)) == 0;
-}
-
-constexpr word units_of_pairs(word octets) {
-  return (octets & every_unit(0x001F)) << 6 | (octets >> 8 & every_unit(0x003F));
-}
-
-// take_pairs tells whether all units are from 0x80 to 0x7FF.
-constexpr bool take_pairs(word units) {
-  const word from_80 = (units & every_unit(0x0780)) + every_unit(0x7F80); // in bit 15 of each
-  return (units & every_unit(0xF800)) == 0 && (~from_80 & every_unit(0x8000)) == 0;
-}
-
-constexpr word pairs_of_units(word units) {
-  return every_unit(0x80C0) | (units >> 6 & every_unit(0x001F)) | (units & every_unit(0x003F)) << 8;
-}
-
 // Where a conversion stands.
 template <class from, class to>
 struct conversion {
@@ -175,15 +152,7 @@ struct conversion {
   }
 };
 
-// put_word writes `characters` and steps over the `count` bytes or units that they were.
-template <class from, class to, class number>
-void put_word(conversion<from, to> &at, size_t count, number characters) {
-  store(at.out, characters);
-  at.in += count;
-  at.out += sizeof characters / sizeof(to);
-}
-
-// put_ascii converts the ASCII ahead of another character, which is there.
+// put_ascii converts the ASCII before another character, which is there.
 template <class from, class to>
 void put_ascii(conversion<from, to> &at) {
   do {
@@ -194,7 +163,7 @@ void put_ascii(conversion<from, to> &at) {
 using to_utf16 = conversion<uint8_t, uint16_t>;
 using to_utf8 = conversion<uint16_t, uint8_t>;
 
-// put_character writes `next` and steps over it. It returns false, and moves nothing, if that is
+// put_character writes `next` and moves past it. It returns false, and moves nothing, if that is
 // illegal or has no room.
 template <class from, class to>
 [[gnu::always_inline]] inline bool put_character(conversion<from, to> &at, const character &next,
@@ -208,9 +177,8 @@ template <class from, class to>
   return true;
 }
 
-// convert_words converts while a word of bytes is left and has room as units: a word of ASCII or of
-// two-byte sequences at once, what else there is one by one. It returns false at an illegal
-// sequence.
+// convert_words converts while a word of bytes is left and has room as units: a word of ASCII at
+// once, other characters one by one. It returns false at an illegal sequence.
 [[gnu::always_inline]] inline bool convert_words(to_utf16 &at) {
   constexpr size_t BYTES = sizeof(word);
   while (at.left() >= BYTES && at.room() >= BYTES) {
@@ -226,8 +194,6 @@ template <class from, class to>
         } else {
           put_ascii(at);
         }
-      } else if (are_pairs(octets)) {
-        put_word(at, BYTES, units_of_pairs(octets));
       } else if (!put_character(at, read_sequence(static_cast<uint32_t>(octets)), BYTES)) {
         return false;
       }
@@ -236,8 +202,8 @@ template <class from, class to>
   return true;
 }
 
-// This one converts while a word of units is left and has room as bytes. There is nothing illegal:
-// a unit stands behind each surrogate.
+// This one converts while a word of units is left and has room as bytes. Nothing is illegal: each
+// surrogate has a unit after it.
 [[gnu::always_inline]] inline void convert_words(to_utf8 &at) {
   constexpr size_t ROOM = sizeof(word); // of all that a turn writes
   while (at.left() >= WORD_UNITS && at.room() >= ROOM) {
@@ -248,16 +214,11 @@ template <class from, class to>
       const uint32_t unit = units & 0xFFFF;
       if (unit < 0x80) {
         if (are_ascii_units(units)) {
-          put_word(at, WORD_UNITS, static_cast<half_word>(gather(units)));
+          store(at.out, static_cast<half_word>(gather(units)));
+          at.in += WORD_UNITS;
+          at.out += WORD_UNITS;
         } else {
           put_ascii(at);
-        }
-      } else if (unit < 0x800) {
-        if (take_pairs(units)) {
-          put_word(at, WORD_UNITS, pairs_of_units(units));
-        } else {
-          at.out += put_utf8(unit, at.out, ROOM);
-          ++at.in;
         }
       } else if (is_pair(unit, at.in[1])) {
         at.out += put_utf8(pair_value(unit, at.in[1]), at.out, ROOM);
@@ -272,25 +233,16 @@ template <class from, class to>
 
 } // namespace
 
-uint8_t kest_utf8_long_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value) {
+utf8_character kest_utf8_long_char_to_ucs2(const uint8_t *text, size_t size) {
   const uint8_t first = text[0];
   const unsigned length = kest_utf8_length(first);
   // What a form of two or three bytes keeps of its first byte. The value of a longer one comes from
   // its last three bytes, 18 bits, of which 16 survive.
   uint32_t sum = length == 2 ? first & 0x1Fu : first & 0xFu;
   for (unsigned i = 1; i < length; ++i) {
-    sum = sum << 6 | (i < text.size() ? text[i] & 0x3Fu : 0u);
+    sum = sum << 6 | (i < size ? text[i] & 0x3Fu : 0u);
   }
-  *value = static_cast<uint16_t>(sum);
-  return static_cast<uint8_t>(length);
-}
-
-uint8_t kest_utf8_is_legal(const uint8_t *seq, int32_t length) {
-  if (length < 1) {
-    return 0;
-  }
-  const auto size = static_cast<size_t>(length);
-  return read_utf8(seq, size).length == size ? 1 : 0;
+  return {static_cast<uint16_t>(sum), static_cast<uint8_t>(length)};
 }
 
 void kest_utf8_to_utf16(const uint8_t *&source, const uint8_t *source_end, uint16_t *&target,

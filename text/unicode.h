@@ -9,59 +9,47 @@
 #include <cstdint>
 #include <span>
 
-// kest_utf8_length returns the length of the form that begins with `first`: 1 to 6. Its marks, the
-// bits ahead of the first 0, count its bytes; of six bytes there may be one mark more or two.
+// kest_utf8_length returns the length of the form that begins with `first`. The number of leading 1
+// bits is the length; 0xFE and 0xFF count as 6, and a stray byte (0x80 to 0xBF) as 1.
 inline unsigned kest_utf8_length(uint8_t first) {
   return first < 0xC0 ? 1 : static_cast<unsigned>(std::min(std::countl_one(first), 6));
 }
 
-// kest_utf8_char_to_ucs2 decodes the sequence at the start of `text` by its first byte alone,
-// stores the low 16 bits of its value and returns its length, 1 to 6. Bytes behind the end of
-// `text` count as 0, but count: the result can exceed the size of `text`. Following bytes are not
-// tested, and a stray one (0x80 to 0xBF) gives its own value. Without any text, or with a null
-// `value`, the result is 0.
+// A character of UTF-8: the low 16 bits of its value, and the length of its form.
+struct utf8_character {
+  uint16_t value;
+  uint8_t length;
+};
+
+// kest_utf8_char_to_ucs2 decodes the sequence at the start of `text`, which is not empty, by its
+// first byte alone. Following bytes are not tested. A stray one (0x80 to 0xBF) gives its own value.
+// Bytes after the end of `text` count as 0, but count: the length, 1 to 6, can exceed the size of
+// `text`.
 //
-// kest_utf8_long_char_to_ucs2 is the same for a text whose first byte is 0xC0 or more. Whole forms
-// of two and three bytes need no call of it.
-uint8_t kest_utf8_long_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value);
-inline uint8_t kest_utf8_char_to_ucs2(std::span<const uint8_t> text, uint16_t *value) {
-  if (text.empty() || value == nullptr) {
-    return 0;
-  }
+// kest_utf8_long_char_to_ucs2 is the same for a first byte of 0xC0 or more.
+utf8_character kest_utf8_long_char_to_ucs2(const uint8_t *text, size_t size);
+inline utf8_character kest_utf8_char_to_ucs2(std::span<const uint8_t> text) {
   const unsigned first = text[0];
-  if (first < 0xC0) {
-    *value = static_cast<uint16_t>(first);
-    return 1;
+  if (first >> 4 == 0xE) { // most of UCS-2 text
+    if (text.size() >= 3) {
+      return {static_cast<uint16_t>(first << 12 | (text[1] & 0x3Fu) << 6 | (text[2] & 0x3Fu)), 3};
+    }
+  } else if (first < 0xC0) {
+    return {static_cast<uint16_t>(first), 1};
   }
-  if (first < 0xE0 && text.size() >= 2) {
-    *value = static_cast<uint16_t>((first & 0x1F) << 6 | (text[1] & 0x3Fu));
-    return 2;
-  }
-  if (first >= 0xE0 && first < 0xF0 && text.size() >= 3) {
-    *value =
-        static_cast<uint16_t>((first & 0xF) << 12 | (text[1] & 0x3Fu) << 6 | (text[2] & 0x3Fu));
-    return 3;
-  }
-  uint16_t any = 0; // leaves a caller's variable in its register
-  const uint8_t length = kest_utf8_long_char_to_ucs2(text, &any);
-  *value = any;
-  return length;
+  return kest_utf8_long_char_to_ucs2(text.data(), text.size());
 }
 
 // kest_utf8_to_utf16 converts from `source` to `target` until one of them is at its end or a
-// sequence is illegal or cut off. Both positions then stand behind the last whole character.
+// sequence is illegal or cut off. Both positions then stand after the last whole character.
 void kest_utf8_to_utf16(const uint8_t *&source, const uint8_t *source_end, uint16_t *&target,
                         uint16_t *target_end);
 
 // kest_utf16_to_utf8 converts from `source` to `target` until one of them is at its end, or a high
 // surrogate is the last unit. Other lone surrogates become three bytes. Both positions then stand
-// behind the last whole character.
+// after the last whole character.
 void kest_utf16_to_utf8(const uint16_t *&source, const uint16_t *source_end, uint8_t *&target,
                         uint8_t *target_end);
-
-// kest_utf8_is_legal returns 1 if the `length` bytes of `seq` are one well-formed sequence (Unicode
-// Standard, table 3-7), and 0 otherwise.
-uint8_t kest_utf8_is_legal(const uint8_t *seq, int32_t length);
 
 constexpr uint32_t FIRST_SUPPLEMENTARY = 0x10000; // the first code point that takes a pair
 

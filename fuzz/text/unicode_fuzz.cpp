@@ -31,13 +31,12 @@ std::string to_utf8(const utf16 &units, size_t odd) {
   return {text.data(), length};
 }
 
-// A conversion of `text` stopped ahead of `rest`: at its end, at what is no character, or where the
+// A conversion of `text` stopped before `rest`: at its end, at what is no character, or where the
 // next one has no room.
 void check_stop(std::string_view rest, size_t units_left) {
-  const unsigned length = rest.empty() ? 0 : kest_utf8_length(bytes(rest)[0]);
-  const bool legal = length != 0 && length <= rest.size() &&
-                     kest_utf8_is_legal(bytes(rest).data(), static_cast<int32_t>(length)) == 1;
-  require(!legal || units_left < (length == 4 ? 2 : 1));
+  const bool legal = !to_units(std::string(rest.substr(0, 4)), 8).empty();
+  const bool pair = !rest.empty() && kest_utf8_length(bytes(rest)[0]) == 4;
+  require(!legal || units_left < (pair ? 2 : 1));
 }
 
 void from_utf8(const std::string &text, uint16_t limit) {

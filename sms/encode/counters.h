@@ -10,9 +10,9 @@
 #pragma once
 #include <cstdint>
 
-extern uint8_t kest_sms_msg_reference;
-extern uint16_t kest_sms_concat_reference;
-extern uint16_t kest_cdma_message_id;
+[[gnu::visibility("hidden")]] extern uint8_t kest_sms_msg_reference;
+[[gnu::visibility("hidden")]] extern uint16_t kest_sms_concat_reference;
+[[gnu::visibility("hidden")]] extern uint16_t kest_cdma_message_id;
 
 // kest_sms_take_msg_reference returns the TP-MR for a message and steps the counter; 255 is
 // followed by 0. A message takes its value before anything of it can fail.

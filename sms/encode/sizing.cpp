@@ -43,9 +43,9 @@ struct measure {
   uint32_t units = 0;
 };
 
-// next_character returns the position behind the character at `at`. The first byte tells all: in a
-// 7 bit text it is the character.
-inline measure next_character(const sized_text &text, measure at) {
+// next_character returns the position after the character at `at`. The first byte says all: in a 7
+// bit text it is the character. (Inlined, for it would be called for each character.)
+[[gnu::always_inline]] inline measure next_character(const sized_text &text, measure at) {
   const uint8_t first = text.octets[at.octets];
   at.octets += kest_utf8_length(first);
   if (text.alphabet == KEST_GW_ALPHABET_7BIT) {
@@ -92,7 +92,7 @@ int32_t kest_sms_get_long_message_segment(const char *text, uint32_t is_hex,
                static_cast<int>(at.octets), static_cast<int>(at.units));
     }
   }
-  // A host goes on behind the segment: at the terminator, where the text ends within a character.
+  // A host goes on after the segment: at the terminator, where the text ends within a character.
   const size_t taken = is_hex != 0 ? 2 * at.octets : at.octets;
   *segment_len = static_cast<uint16_t>(std::min(taken, sized.text_size));
   return static_cast<int32_t>(at.units);

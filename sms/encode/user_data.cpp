@@ -17,24 +17,13 @@ struct coded {
   size_t used; // places of `out`
 };
 
-struct character {
-  uint16_t value;
-  size_t length; // in bytes
-};
-
-inline character character_at(std::span<const uint8_t> text, size_t position) {
-  character next = {};
-  next.length = kest_utf8_char_to_ucs2(text.subspan(position), &next.value);
-  return next;
-}
-
 // Each of these reads characters as long as their places are below `limit`. A character whose
 // places do not fit is not read.
 
 coded code_ucs2(std::span<const uint8_t> text, size_t limit, coded_text out) {
   coded at = {};
   while (at.read < text.size() && at.used + 1 < limit) {
-    const character next = character_at(text, at.read);
+    const utf8_character next = kest_utf8_char_to_ucs2(text.subspan(at.read));
     at.read += next.length;
     out[at.used++] = static_cast<uint8_t>(next.value >> 8);
     out[at.used++] = static_cast<uint8_t>(next.value);
@@ -45,7 +34,7 @@ coded code_ucs2(std::span<const uint8_t> text, size_t limit, coded_text out) {
 coded code_8bit(std::span<const uint8_t> text, size_t limit, coded_text out) {
   coded at = {};
   while (at.read < text.size() && at.used < limit) {
-    const character next = character_at(text, at.read);
+    const utf8_character next = kest_utf8_char_to_ucs2(text.subspan(at.read));
     at.read += next.length;
     out[at.used++] = static_cast<uint8_t>(next.value);
   }
@@ -71,7 +60,7 @@ inline coded code_singles(std::span<const uint8_t> text, size_t limit, coded_tex
 coded code_7bit(std::span<const uint8_t> text, size_t limit, coded_text out) {
   coded at = code_singles(text, limit, out, {});
   for (; at.read < text.size(); at = code_singles(text, limit, out, at)) {
-    const character next = character_at(text, at.read);
+    const utf8_character next = kest_utf8_char_to_ucs2(text.subspan(at.read));
     const gsm_coding coding = kest_gsm_codings[next.value & 0xFF];
     if (at.used + coding.septets > limit) {
       break;
@@ -145,7 +134,6 @@ int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<c
   const coded result = alphabet == KEST_GW_ALPHABET_UCS2   ? code_ucs2(text, limit, out)
                        : alphabet == KEST_GW_ALPHABET_8BIT ? code_8bit(text, limit, out)
                                                            : code_7bit(text, limit, out);
-  memset(&out[result.used], 0, out.size() - result.used);
   *consumed = static_cast<uint16_t>(cut ? result.read : text.size());
   return static_cast<int32_t>(result.used);
 }

@@ -30,7 +30,7 @@ kest_gw_alphabet kest_sms_select_alphabet(std::span<const uint8_t> text);
 using coded_text = std::span<uint8_t, 255>;
 
 // kest_sms_convert_utf8_to_userdata codes `text` up to the limit of a message, or with `cut` of a
-// segment, and returns the septets or octets in `out`, the rest of which becomes 0. `*consumed`
+// segment, and returns the septets or octets in `out`. `*consumed`
 // becomes the length of `text`, or with `cut` the bytes that were read: more than `text` has, if a
 // sequence is cut off at its end. Characters of the 7
 // bit alphabet without a code are left out.

@@ -44,8 +44,8 @@ struct shown_text {
 shown_text shown(std::span<const uint8_t> octets) {
   shown_text out = {kest_sms_select_alphabet(octets), ""};
   for (size_t read = 0; read < octets.size();) {
-    uint16_t value = 0;
-    read += kest_utf8_char_to_ucs2(octets.subspan(read), &value);
+    const auto [value, length] = kest_utf8_char_to_ucs2(octets.subspan(read));
+    read += length;
     out.whole = read <= octets.size();
     if (out.alphabet == KEST_GW_ALPHABET_7BIT && kest_gsm_codings[value].septets == 0) {
       continue;
