@@ -52,3 +52,12 @@ log_lines debug_log::lines(const char *suffix) const {
   }
   return lines;
 }
+
+log_lines at_level(log_lines lines, uint32_t level) {
+  std::erase_if(lines, [level](const std::string &line) {
+    const bool error = line.ends_with("!!!") || line.find(" ptr NULL") != std::string::npos ||
+                       line.find(" overflow ") != std::string::npos;
+    return (level & (error ? KEST_LOG_ERROR : KEST_LOG_DEBUG)) == 0;
+  });
+  return lines;
+}

@@ -1,43 +1,69 @@
 #include "kest/sms_cdma.h"
 
-#include <tuple>
-
 #include <gtest/gtest.h>
 
-#include "sms/encode/counters.h"
 #include "tests/support/debug_log.h"
 #include "tests/support/vectors.h"
 
 namespace {
 
-// A failure leaves in the PDU what it had written, "left".
+// next_id encodes a message and returns its identifier, which stands across octets.
+uint16_t next_id() {
+  uint8_t pdu[KEST_SMS_CDMA_SUBMIT_PDU_SIZE];
+  kest_sms_encode_cdma_submit_pdu("1", "a", 0, 0, pdu);
+  return static_cast<uint16_t>((pdu[17] & 0xF) << 12 | pdu[18] << 4 | pdu[19] >> 4);
+}
+
+const uint16_t FIRST_ID = next_id();
+
+TEST(CdmaSubmit, IdentifiersBeginAt1AndWrap) {
+  EXPECT_EQ(FIRST_ID, 1);
+  uint16_t last = next_id();
+  for (unsigned i = 0; i <= UINT16_MAX; ++i) {
+    const uint16_t next = next_id();
+    ASSERT_EQ(next, static_cast<uint16_t>(last + 1));
+    last = next;
+  }
+}
+
+// A failure leaves in the PDU what it had written, "left". The identifier stands as "NEXT".
 TEST(CdmaSubmit, GivesTheMessageOctetByOctet) {
+  uint16_t id = next_id();
   for (const json &row : vectors("sms/cdma/submit")) {
-    SCOPED_TRACE(row.dump());
-    const debug_log log;
-    const auto number = exact_text(row["number"]);
-    const auto text = exact_text(text_of(octets_value(row, "text")));
-    std::vector<uint8_t> out(KEST_SMS_CDMA_SUBMIT_PDU_SIZE, 0xEE);
-    kest_cdma_message_id = row.value("message_id", uint16_t{0});
-    const std::string pdu = hex_value(row, "pdu"), written = pdu + compact(row.value("left", ""));
-    const auto next_id = static_cast<uint16_t>(kest_cdma_message_id + (pdu.empty() ? 0 : 1));
-    EXPECT_EQ(kest_sms_encode_cdma_submit_pdu(number.get(), text.get(), row.value("flag", 0u),
-                                              row.value("is_hex", 0u), out.data()),
-              pdu.size() / 2);
-    EXPECT_EQ(hex(out), written + repeat("EE", out.size() - written.size() / 2));
-    EXPECT_EQ(kest_cdma_message_id, next_id);
-    EXPECT_EQ(log.lines(), row.value("lines", log.lines()));
+    for (const uint32_t level : LOG_LEVELS) {
+      SCOPED_TRACE(row.dump());
+      const debug_log log(level);
+      const auto number = exact_text(row["number"]);
+      const auto text = exact_text(text_of(octets_value(row, "text")));
+      std::vector<uint8_t> out(KEST_SMS_CDMA_SUBMIT_PDU_SIZE, 0xEE);
+      std::string pdu = hex_value(row, "pdu");
+      if (const size_t at = pdu.find("NEXT"); at != std::string::npos) {
+        ++id;
+        const uint8_t next[] = {static_cast<uint8_t>(id >> 8), static_cast<uint8_t>(id)};
+        pdu.replace(at, 4, hex(next));
+      }
+      const std::string written = pdu + compact(row.value("left", ""));
+      EXPECT_EQ(kest_sms_encode_cdma_submit_pdu(number.get(), text.get(), row.value("flag", 0u),
+                                                row.value("is_hex", 0u), out.data()),
+                pdu.size() / 2);
+      EXPECT_EQ(hex(out), written + repeat("EE", out.size() - written.size() / 2));
+      if (level != ALL_LINES || row.contains("lines")) {
+        EXPECT_EQ(log.lines(), at_level(row.value("lines", log_lines{}), level));
+      }
+    }
   }
 }
 
 TEST(CdmaSubmit, RefusesNullPointers) {
-  const debug_log log(KEST_LOG_ERROR);
-  uint8_t octets[KEST_SMS_CDMA_SUBMIT_PDU_SIZE];
-  EXPECT_EQ(kest_sms_encode_cdma_submit_pdu(nullptr, "a", 0, 0, octets), 0u);
-  EXPECT_EQ(kest_sms_encode_cdma_submit_pdu("1", nullptr, 0, 0, octets), 0u);
-  EXPECT_EQ(kest_sms_encode_cdma_submit_pdu("1", "a", 0, 0, nullptr), 0u);
-  EXPECT_EQ(log.lines(),
-            log_lines(3, "kest_sms_encode_cdma_submit_pdu NULL pointer check fail !!!"));
+  const std::string line = "kest_sms_encode_cdma_submit_pdu NULL pointer check fail !!!";
+  for (const uint32_t level : LOG_LEVELS) {
+    const debug_log log(level);
+    uint8_t octets[KEST_SMS_CDMA_SUBMIT_PDU_SIZE];
+    EXPECT_EQ(kest_sms_encode_cdma_submit_pdu(nullptr, "a", 0, 0, octets), 0u);
+    EXPECT_EQ(kest_sms_encode_cdma_submit_pdu("1", nullptr, 0, 0, octets), 0u);
+    EXPECT_EQ(kest_sms_encode_cdma_submit_pdu("1", "a", 0, 0, nullptr), 0u);
+    EXPECT_EQ(log.lines(), at_level(log_lines(3, line), level));
+  }
 }
 
 } // namespace
