@@ -91,7 +91,6 @@ inline std::vector<uint8_t> packed_text(size_t size) {
   const std::string text = repeated(ENGLISH, size * 8 / 7 + 1);
   std::vector<uint8_t> octets(size);
   kest_pack_septets(reinterpret_cast<const uint8_t *>(text.data()),
-                    static_cast<uint16_t>(text.size()), 0, static_cast<uint16_t>(size),
-                    octets.data());
+                    static_cast<uint16_t>(text.size()), static_cast<uint16_t>(size), octets.data());
   return octets;
 }

@@ -25,10 +25,9 @@ work from_hex(size_t count) {
   };
 }
 
-work pack(size_t count, uint16_t fill_bits) {
-  return [septets = some_septets(count), fill_bits,
-          octets = std::vector<uint8_t>(count + 1)]() mutable {
-    kest_pack_septets(septets.data(), static_cast<uint16_t>(septets.size()), fill_bits,
+work pack(size_t count) {
+  return [septets = some_septets(count), octets = std::vector<uint8_t>(count + 1)]() mutable {
+    kest_pack_septets(septets.data(), static_cast<uint16_t>(septets.size()),
                       static_cast<uint16_t>(octets.size()), octets.data());
   };
 }
@@ -67,10 +66,9 @@ work ussd(size_t size) {
 void add_jobs(std::vector<job> &jobs) {
   jobs.push_back({"octets to hexadecimal text, 255", to_hex(255)});
   jobs.push_back({"hexadecimal text to octets, 255", from_hex(255)});
-  jobs.push_back({"pack 160 septets", pack(160, 0)});
-  jobs.push_back({"pack 152 septets behind a fill bit", pack(152, 1)});
+  jobs.push_back({"pack 160 septets", pack(160)});
   jobs.push_back({"unpack 160 septets", unpack(160, 0)});
-  jobs.push_back({"unpack 152 septets behind a fill bit", unpack(152, 1)});
+  jobs.push_back({"unpack 152 septets after a fill bit", unpack(152, 1)});
   unicode_buffers &kilobyte = buffers_of(mixed_text(1024));
   jobs.push_back({"UTF-8 to UTF-16, 1 KB", [&kilobyte] {
                     kest_convert_utf8_to_ucs2(kilobyte.utf8.c_str(),
@@ -102,8 +100,8 @@ void add_jobs(std::vector<job> &jobs) {
 void add_curves(std::vector<curve> &curves) {
   curves.push_back({"octets to hexadecimal text", "octets", steps(255, 1), to_hex});
   curves.push_back({"hexadecimal text to octets", "octets", steps(255, 1), from_hex});
-  curves.push_back({"pack, one fill bit", "septets", steps(255, 1), [](size_t count) {
-                      return pack(count, 1);
+  curves.push_back({"pack", "septets", steps(255, 1), [](size_t count) {
+                      return pack(count);
                     }});
   curves.push_back({"unpack, one fill bit", "septets", steps(255, 1), [](size_t count) {
                       return unpack(count, 1);

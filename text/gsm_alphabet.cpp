@@ -1,6 +1,7 @@
 #include "text/gsm_alphabet.h"
 
 #include <cstddef>
+#include <cstring>
 
 namespace {
 
@@ -16,33 +17,6 @@ constexpr code_row EXTENSION_ROWS[] = {
 };
 
 constexpr uint8_t ASCII_CODES[] = {0x5B, 0x5C, 0x5D, 0x5E, 0x60, 0x7B, 0x7C, 0x7D, 0x7E};
-
-constexpr gsm_alphabet extension_alphabet() {
-  gsm_alphabet table = {};
-  table.fill(GSM_BLANK);
-  for (const code_row &row : EXTENSION_ROWS) {
-    table[row.code] = row.code_point;
-  }
-  return table;
-}
-
-constexpr gsm_alphabet ascii_alphabet(gsm_alphabet table) {
-  for (const uint8_t code : ASCII_CODES) {
-    table[code] = code;
-  }
-  return table;
-}
-
-constexpr gsm_alphabet utf8_bytes(gsm_alphabet table) {
-  for (uint16_t &row : table) {
-    if (row == GSM_NO_CHARACTER) {
-      row = GSM_BLANK;
-    } else if (row >= 0x80) {
-      row = static_cast<uint16_t>((0xC0 | row >> 6) << 8 | (0x80 | (row & 0x3F)));
-    }
-  }
-  return table;
-}
 
 constexpr std::array<gsm_coding, 256> codings(const gsm_alphabet &alphabet) {
   std::array<gsm_coding, 256> table = {};
@@ -82,9 +56,19 @@ constexpr gsm_alphabet kest_gsm_default_alphabet = {
 };
 static_assert(kest_gsm_default_alphabet[GSM_ESCAPE] == GSM_NO_CHARACTER);
 
-constexpr gsm_alphabet kest_gsm_ascii_alphabet = ascii_alphabet(kest_gsm_default_alphabet);
-constexpr gsm_alphabet kest_gsm_extension_alphabet = extension_alphabet();
-static_assert(kest_gsm_extension_alphabet[GSM_ESCAPE] == GSM_BLANK, "an escaped escape is a blank");
-constexpr gsm_alphabet kest_gsm_utf8_bytes = utf8_bytes(kest_gsm_default_alphabet);
 constexpr std::array<gsm_coding, 256> kest_gsm_codings = codings(kest_gsm_default_alphabet);
 static_assert(kest_gsm_codings['`'].septets == 0, "the one printable ASCII character without code");
+
+uint16_t kest_gsm_extended(uint8_t code) {
+  for (const code_row &row : EXTENSION_ROWS) {
+    if (row.code == code) {
+      return row.code_point;
+    }
+  }
+  return code == GSM_ESCAPE ? GSM_BLANK : kest_gsm_default_alphabet[code];
+}
+
+uint16_t kest_gsm_unescaped(uint8_t code) {
+  return memchr(ASCII_CODES, code, sizeof ASCII_CODES) != nullptr ? code
+                                                                  : kest_gsm_default_alphabet[code];
+}

@@ -6,23 +6,20 @@
 
 using gsm_alphabet = std::array<uint16_t, 128>;
 
-constexpr uint8_t GSM_ESCAPE = 0x1B; // its row in the default and ASCII tables is GSM_NO_CHARACTER
+constexpr uint8_t GSM_ESCAPE = 0x1B; // its row is GSM_NO_CHARACTER
 constexpr uint16_t GSM_NO_CHARACTER = 0xFFFF;
-constexpr uint16_t GSM_BLANK = 0x20; // in the extension table: no character
+constexpr uint16_t GSM_BLANK = 0x20; // what an escape shows that has no meaning
+constexpr uint8_t GSM_CARRIAGE_RETURN = 0x0D;
 
-[[gnu::visibility(
-    "hidden")]] extern const gsm_alphabet kest_gsm_default_alphabet; // Unicode code points
+[[gnu::visibility("hidden")]] extern const gsm_alphabet kest_gsm_default_alphabet; // code points
 
-// kest_gsm_ascii_alphabet differs in nine rows, which hold the ASCII character of their code:
-// devices that send no escape often mean these.
-[[gnu::visibility("hidden")]] extern const gsm_alphabet kest_gsm_ascii_alphabet;
+// kest_gsm_extended returns the code point of the code that follows an escape: that of the default
+// alphabet if the extension has none, and a blank for a second escape.
+uint16_t kest_gsm_extended(uint8_t code);
 
-// kest_gsm_extension_alphabet holds the code points behind an escape; a blank where there is none.
-[[gnu::visibility("hidden")]] extern const gsm_alphabet kest_gsm_extension_alphabet;
-
-// kest_gsm_utf8_bytes holds the default alphabet in UTF-8: one byte in the low 8 bits, or two with
-// the first in the high 8 bits. Here the escape is a blank.
-[[gnu::visibility("hidden")]] extern const gsm_alphabet kest_gsm_utf8_bytes;
+// kest_gsm_unescaped returns the code point of a code in text without any escape. There nine codes
+// read as ASCII: devices that send no escape often mean these.
+uint16_t kest_gsm_unescaped(uint8_t code);
 
 // How a character below U+0100 is sent: in `septets` places, the last of which holds `code`. With
 // two, the other one is an escape. With none it has no code and is left out.

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstring>
 
+#include "octets/word.h"
+
 namespace {
 
 constexpr const char *TOO_SMALL = "%s Buffer is too small!!!\n";
@@ -24,36 +26,24 @@ int8_t to_digit(const digit_case &digits, uint8_t value) {
   return static_cast<int8_t>(plain_hex_digit(digits.ten, value));
 }
 
-// Both digits of each octet, in lower case.
-struct digit_pairs {
-  char of[256][2];
-};
-
-constexpr digit_pairs PAIRS = [] {
-  digit_pairs pairs = {};
-  for (int octet = 0; octet < 256; ++octet) {
-    pairs.of[octet][0] = plain_hex_digit('a', octet >> 4);
-    pairs.of[octet][1] = plain_hex_digit('a', octet & 0xF);
-  }
-  return pairs;
-}();
-
-void make_capital(char &c) {
-  c = static_cast<char>(c >= 'a' ? c - 'a' + 'A' : c);
+// digits_of returns the digits of two octets as they stand in a text, the first in the low bits.
+// (Inlined, for it would be called for each two.)
+[[gnu::always_inline]] inline uint32_t digits_of(const digit_case &digits, uint32_t first,
+                                                 uint32_t second) {
+  const uint32_t octets = first | second << 16;
+  const uint32_t values = (octets >> 4 & 0x000F000F) | (octets & 0x000F000F) << 8;
+  const uint32_t letters = (values + 0x06060606) >> 4 & 0x01010101; // 1 for a value from 10 on
+  return values + 0x30303030 + letters * static_cast<uint32_t>(digits.ten - '0' - 10);
 }
 
-// put_pairs is put_digits while no digit is logged: an octet's digits at once, two octets a turn.
+// put_pairs is put_digits while no digit is logged: two octets a turn.
 void put_pairs(const digit_case &digits, std::span<const uint8_t> octets, char *str) {
-  size_t i = 0;
-  for (; i + 1 < octets.size(); i += 2) {
-    memcpy(str + 2 * i, PAIRS.of[octets[i]], 2);
-    memcpy(str + 2 * i + 2, PAIRS.of[octets[i + 1]], 2);
+  const uint8_t *from = octets.data();
+  for (size_t pairs = octets.size() / 2; pairs > 0; --pairs, from += 2, str += 4) {
+    store(str, digits_of(digits, from[0], from[1]));
   }
-  if (i < octets.size()) {
-    memcpy(str + 2 * i, PAIRS.of[octets[i]], 2);
-  }
-  if (&digits == &UPPER) {
-    std::for_each(str, str + 2 * octets.size(), make_capital);
+  if (octets.size() % 2 != 0) {
+    store(str, static_cast<uint16_t>(digits_of(digits, from[0], 0)));
   }
 }
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "octets/word.h"
+#include "text/gsm_alphabet.h"
 
 namespace {
 
 constexpr unsigned SEPTET = 0x7F;
-constexpr unsigned CARRIAGE_RETURN = 0x0D;
 
 // A group is eight septets, or the seven octets that they fill when the first begins an octet. Both
 // halves of it are 28 bits, four septets.
@@ -58,51 +58,22 @@ void unpack_groups(const uint8_t *src, size_t count, uint8_t *dst) {
 
 } // namespace
 
-uint16_t kest_pack_septets(const uint8_t *src, uint16_t count, uint16_t shift, uint16_t limit,
-                           uint8_t *dst) {
-  if (src == nullptr || dst == nullptr) {
-    return 0;
-  }
-  const unsigned fill_bits = shift % 7u;
-  unsigned placed = 0; // low bits of src[i] that the octet before has taken
-  size_t out = 0;
-  size_t i = 0;
-  if (fill_bits != 0) {
-    dst[0] |= static_cast<uint8_t>(src[0] << fill_bits);
-    out = 1;
-    placed = 8 - fill_bits;
-    if (placed == 7) {
-      i = 1;
-      placed = 0;
-    }
-  }
-  while (out < limit && i < count) {
-    if (placed == 0 && count - i >= GROUP_SEPTETS && limit - out >= GROUP_OCTETS) {
-      const size_t groups = std::min((count - i) / GROUP_SEPTETS, (limit - out) / GROUP_OCTETS);
-      pack_groups(src + i, groups, dst + out);
-      i += groups * GROUP_SEPTETS;
-      out += groups * GROUP_OCTETS;
-      continue;
-    }
-    unsigned octet = src[i] >> placed;
-    if (i + 1 < count) {
-      octet |= static_cast<unsigned>(src[i + 1]) << (7 - placed);
-      if (++placed == 7) { // the whole of the following septet has gone out with this one
-        placed = 0;
-        ++i;
-      }
-    }
-    dst[out++] = static_cast<uint8_t>(octet);
-    ++i;
+uint16_t kest_pack_septets(const uint8_t *src, uint16_t count, uint16_t limit, uint8_t *dst) {
+  const size_t groups = std::min(count / GROUP_SEPTETS, size_t{kest_seventh(limit)});
+  pack_groups(src, groups, dst);
+  size_t i = groups * GROUP_SEPTETS;
+  size_t out = groups * GROUP_OCTETS;
+  // Less than a group is left, of septets or of room. `placed` low bits of src[i] stand in the
+  // octet before.
+  for (unsigned placed = 0; out < limit && i < count; ++i, ++placed) {
+    const unsigned next = i + 1 < count ? src[i + 1] : 0;
+    dst[out++] = static_cast<uint8_t>(src[i] >> placed | next << (7 - placed));
   }
   return static_cast<uint16_t>(out);
 }
 
 uint8_t kest_unpack_septets(const uint8_t *src, uint16_t count, uint16_t limit, uint16_t shift,
                             uint8_t *dst) {
-  if (src == nullptr || dst == nullptr) {
-    return 0;
-  }
   unsigned carried = shift; // top bits of src[i - 1] that begin the next septet
   size_t out = 0;
   size_t i = shift != 0 ? 1 : 0;
@@ -138,10 +109,7 @@ uint8_t kest_unpack_septets(const uint8_t *src, uint16_t count, uint16_t limit, 
 }
 
 uint32_t kest_unpack_ussd_septets(uint8_t *dst, const uint8_t *src, uint16_t src_len) {
-  if (src == nullptr || dst == nullptr) {
-    return 0;
-  }
-  const size_t groups = src_len == 0 ? 0 : (src_len - 1u) / GROUP_OCTETS; // the last may be padded
+  const size_t groups = src_len == 0 ? 0 : kest_seventh(src_len - 1u); // the last may be padded
   unpack_groups(src, groups, dst);
   auto out = static_cast<uint32_t>(groups * GROUP_SEPTETS);
   unsigned previous = 0;
@@ -151,7 +119,7 @@ uint32_t kest_unpack_ussd_septets(uint8_t *dst, const uint8_t *src, uint16_t src
     dst[out++] = (octet << carried | previous >> (8 - carried)) & SEPTET;
     previous = octet;
     if (carried == 6) { // the octet's top seven bits are a septet of their own
-      if (octet >> 1 == CARRIAGE_RETURN && i + 1u == src_len) {
+      if (octet >> 1 == GSM_CARRIAGE_RETURN && i + 1u == src_len) {
         return out;
       }
       dst[out++] = static_cast<uint8_t>(octet >> 1);

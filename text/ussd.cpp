@@ -9,20 +9,19 @@
 
 namespace {
 
-constexpr uint8_t CODE_CARRIAGE_RETURN = 0x0D;
 constexpr uint8_t CODE_COMMERCIAL_AT = 0x00;
 
-enum class conversion { SEPTETS, COPY, UCS2, UCS2_BEHIND_LANGUAGE, REFUSED };
+enum class conversion { SEPTETS, COPY, UCS2, UCS2_AFTER_LANGUAGE, REFUSED };
 
 // conversion_of reads a data coding scheme (3GPP TS 23.038, clause 5). Compression and class have
 // no effect.
 conversion conversion_of(uint8_t dcs) {
-  constexpr conversion BY_ALPHABET[] = {conversion::SEPTETS, conversion::COPY, conversion::UCS2,
-                                        conversion::REFUSED};
+  static constexpr conversion BY_ALPHABET[] = {conversion::SEPTETS, conversion::COPY,
+                                               conversion::UCS2, conversion::REFUSED};
   switch (dcs >> 4) {
-  case 0x1: // a language indication stands ahead of the text
+  case 0x1: // a language indication precedes the text
     return dcs == 0x10   ? conversion::SEPTETS
-           : dcs == 0x11 ? conversion::UCS2_BEHIND_LANGUAGE
+           : dcs == 0x11 ? conversion::UCS2_AFTER_LANGUAGE
                          : conversion::REFUSED;
   case 0x0:
   case 0x2:
@@ -43,14 +42,16 @@ conversion conversion_of(uint8_t dcs) {
 uint32_t put_codes(const uint8_t *codes, uint32_t count, char *dst) {
   uint32_t written = 0;
   for (uint32_t i = 0; i < count; ++i) {
-    if (codes[i] == CODE_CARRIAGE_RETURN) {
+    if (codes[i] == GSM_CARRIAGE_RETURN) {
       continue;
     }
-    const uint16_t bytes = kest_gsm_utf8_bytes[codes[i]];
-    if (bytes > 0xFF) {
-      dst[written++] = static_cast<char>(bytes >> 8);
+    const unsigned value = codes[i] == GSM_ESCAPE ? GSM_BLANK : kest_gsm_default_alphabet[codes[i]];
+    if (value >= 0x80) { // up to U+07FF: two bytes
+      dst[written++] = static_cast<char>(0xC0 | value >> 6);
+      dst[written++] = static_cast<char>(0x80 | (value & 0x3F));
+    } else {
+      dst[written++] = static_cast<char>(value);
     }
-    dst[written++] = static_cast<char>(bytes & 0xFF);
   }
   return written;
 }
@@ -62,14 +63,14 @@ uint32_t copy_octets(const uint8_t *src, uint8_t len, char *dst) {
 }
 
 // convert_units converts the whole 16-bit units of `src`, high octet first. A language indication,
-// two octets ahead of the text, passes as a unit with its low octet first.
-uint32_t convert_units(const uint8_t *src, uint8_t len, bool behind_language, char *dst) {
+// two octets before the text, passes as a unit with its low octet first.
+uint32_t convert_units(const uint8_t *src, uint8_t len, bool after_language, char *dst) {
   uint16_t units[UINT8_MAX / 2];
   const size_t count = len / 2u;
   for (size_t i = 0; i < count; ++i) {
     units[i] = static_cast<uint16_t>(src[2 * i] << 8 | src[2 * i + 1]);
   }
-  if (behind_language && count > 0) {
+  if (after_language && count > 0) {
     units[0] = static_cast<uint16_t>(src[1] << 8 | src[0]);
   }
   return kest_convert_ucs2_to_utf8(units, static_cast<uint16_t>(2 * count), dst);
@@ -98,7 +99,7 @@ uint32_t kest_decode_septets_to_utf8(const uint8_t *src, uint16_t len, char *dst
   constexpr uint16_t BLOCK = 7 * 16;
   uint8_t codes[BLOCK * 8 / 7];
   heap<void> copy;
-  const size_t room = 2 * (size_t{len} * 8 / 7) + 1;
+  const size_t room = 2 * size_t{kest_seventh(len * 8u)} + 1;
   const auto *octets = static_cast<const uint8_t *>(kest_keep_apart(src, len, dst, room, copy));
   if (octets == nullptr) {
     return 0;
@@ -122,7 +123,7 @@ uint32_t kest_convert_ussd_string_to_utf8(uint8_t dcs, uint8_t len, const uint8_
     return copy_octets(src, len, dst);
   case conversion::UCS2:
     return convert_units(src, len, false, dst);
-  case conversion::UCS2_BEHIND_LANGUAGE:
+  case conversion::UCS2_AFTER_LANGUAGE:
     return convert_units(src, len, true, dst);
   case conversion::REFUSED:
     break;
@@ -132,8 +133,8 @@ uint32_t kest_convert_ussd_string_to_utf8(uint8_t dcs, uint8_t len, const uint8_
 
 uint32_t kest_decode_packed_7bit_gsm_string(char *dst, const uint8_t *src, uint16_t len) {
   constexpr unsigned EIGHTH_SEPTET = 0xFE; // of the last octet of seven
-  const bool zero_ends =
-      src != nullptr && len != 0 && len % 7 == 0 && (src[len - 1] & EIGHTH_SEPTET) == 0;
+  const bool zero_ends = src != nullptr && len != 0 && len == 7 * kest_seventh(len) &&
+                         (src[len - 1] & EIGHTH_SEPTET) == 0;
   const uint32_t written = kest_decode_septets_to_utf8(src, len, dst);
   if (written != 0 && zero_ends && dst[written - 1] == '@') {
     dst[written - 1] = '\0';

@@ -43,7 +43,7 @@ struct user_data {
     out.encoding = ENCODING_7BIT_ASCII;
     // Octets of the text, not septets, and only those before a NUL.
     out.num_fields = strnlen(reinterpret_cast<const char *>(text.data()), text.size());
-    out.size = kest_pack_septets(coded, *count, 0, sizeof out.payload, out.payload);
+    out.size = kest_pack_septets(coded, *count, sizeof out.payload, out.payload);
     return true;
   }
   const bool unicode = alphabet == KEST_GW_ALPHABET_UCS2;

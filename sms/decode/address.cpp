@@ -54,7 +54,7 @@ void read_digits(octet_reader &in, size_t octets, number_writer &out) {
 void read_septets(octet_reader in, size_t octets, char *text) {
   std::array<uint8_t, MAX_PACKED> packed;
   in.read(packed);
-  const auto count = static_cast<uint8_t>(octets * 8 / 7);
+  const auto count = static_cast<uint8_t>(kest_seventh(octets * 8));
   kest_unpack_septets(packed.data(), count, MAX_SEPTETS, 0, reinterpret_cast<uint8_t *>(text));
 }
 

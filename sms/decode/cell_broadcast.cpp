@@ -37,7 +37,7 @@ struct text_units {
 
 void unpack_page(const page &from, text_units &text) {
   const size_t room = MAX_UNITS - text.placed;
-  const size_t septets = std::min(from.useful * 8 / 7, room);
+  const size_t septets = std::min(size_t{kest_seventh(from.useful * 8)}, room);
   kest_unpack_septets(from.content.data(), static_cast<uint16_t>(septets),
                       static_cast<uint16_t>(room), 0, text.units.data() + text.placed);
   text.placed += septets;

@@ -6,13 +6,13 @@
 #include "kest/log.h"
 #include "sms/decode/timestamp.h"
 #include "sms/tpdu.h"
+#include "text/gsm_alphabet.h"
 
 namespace {
 
 constexpr size_t GSM_MAX_SIZE = 88; // octets of a page; a UMTS message has more (clause 9.4.1.1)
 constexpr uint8_t TYPE_CBS_MESSAGE = 1;  // of a UMTS message with text (clause 9.4.2.2)
 constexpr size_t LANGUAGE_CODE_SIZE = 2; // octets
-constexpr uint8_t CARRIAGE_RETURN = 13;
 
 // Message identifiers (clause 9.4.1.2.2).
 constexpr unsigned ETWS_FIRST = 0x1100; // to 0x1107
@@ -60,7 +60,7 @@ bool is_etws(const kest_sms_cb_info &info) {
 void set_language_chars(octet_reader content, kest_sms_cb_info &info) {
   info.language_chars[0] = 'E'; // if there is no room for a code
   info.language_chars[1] = 'N';
-  info.language_chars[2] = CARRIAGE_RETURN;
+  info.language_chars[2] = GSM_CARRIAGE_RETURN;
   if (content.left() >= LANGUAGE_CODE_SIZE) {
     const unsigned low = content.u8();
     info.language_chars[0] = low & 0x7F;

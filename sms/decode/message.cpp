@@ -39,13 +39,16 @@ bool udl_in_bounds(const received_message &message, kest_gw_alphabet alphabet, u
 // septets or octets; nothing if it is longer than these.
 std::optional<text_extent> text_after_header(kest_gw_alphabet alphabet, unsigned udl,
                                              unsigned udhl) {
-  const unsigned unit = alphabet == KEST_GW_ALPHABET_7BIT ? 7 : 8; // bits
+  const bool septets = alphabet == KEST_GW_ALPHABET_7BIT;
   const unsigned header_bits = (udhl + 1) * 8;
-  if (udl * unit < header_bits) {
+  const unsigned bits = udl * (septets ? 7 : 8);
+  if (bits < header_bits) {
     return std::nullopt;
   }
-  const unsigned bits = udl * unit - header_bits;
-  return text_extent{static_cast<uint16_t>(bits / unit), static_cast<uint16_t>(bits % unit)};
+  const unsigned left = bits - header_bits;
+  const unsigned count = septets ? kest_seventh(left) : left / 8;
+  return text_extent{static_cast<uint16_t>(count),
+                     static_cast<uint16_t>(septets ? left - count * 7 : 0)};
 }
 
 // find_text reads the header, if there is one, and returns where the text stands. Of a header of

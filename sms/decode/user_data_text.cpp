@@ -19,11 +19,6 @@ constexpr const char *NAME = "kest_convert_userdata_to_utf8";
   return length != 0;
 }
 
-uint16_t extension_character(uint8_t code) {
-  const uint16_t value = kest_gsm_extension_alphabet[code];
-  return value != GSM_BLANK ? value : kest_gsm_default_alphabet[code];
-}
-
 // Where a conversion stands: codes read, and octets written.
 struct position {
   size_t read = 0;
@@ -31,11 +26,11 @@ struct position {
 };
 
 // convert_singles converts codes up to the first whose character takes more than an octet, or is
-// none: an escape.
-inline position convert_singles(const gsm_alphabet &alphabet, std::span<const uint8_t> codes,
-                                std::span<uint8_t> dst, position at) {
+// none: an escape. No code that reads in two ways is among them.
+inline position convert_singles(std::span<const uint8_t> codes, std::span<uint8_t> dst,
+                                position at) {
   while (at.read < codes.size() && at.used + 1 < dst.size()) {
-    const uint16_t value = alphabet[codes[at.read] & 0x7F];
+    const uint16_t value = kest_gsm_default_alphabet[codes[at.read] & 0x7F];
     if (value >= 0x80) {
       break;
     }
@@ -47,8 +42,7 @@ inline position convert_singles(const gsm_alphabet &alphabet, std::span<const ui
 
 size_t convert_7bit(std::span<const uint8_t> codes, std::span<uint8_t> dst) {
   const bool has_escape = memchr(codes.data(), GSM_ESCAPE, codes.size()) != nullptr;
-  const gsm_alphabet &alphabet = has_escape ? kest_gsm_default_alphabet : kest_gsm_ascii_alphabet;
-  position at = convert_singles(alphabet, codes, dst, {});
+  position at = convert_singles(codes, dst, {});
   bool escaped = false;
   while (at.read < codes.size()) {
     const uint8_t code = codes[at.read] & 0x7F;
@@ -57,16 +51,15 @@ size_t convert_7bit(std::span<const uint8_t> codes, std::span<uint8_t> dst) {
       ++at.read;
       continue;
     }
-    unsigned value = alphabet[code];
-    if (escaped) {
-      value = code == GSM_ESCAPE ? GSM_BLANK : extension_character(code);
-    }
+    const unsigned value = escaped      ? kest_gsm_extended(code)
+                           : has_escape ? kest_gsm_default_alphabet[code]
+                                        : kest_gsm_unescaped(code);
     if (!put_code_point(value, dst, at.used)) {
       break;
     }
     ++at.read;
     escaped = false;
-    at = convert_singles(alphabet, codes, dst, at);
+    at = convert_singles(codes, dst, at);
   }
   return at.used;
 }

@@ -81,7 +81,7 @@ uint32_t kest_sms_put_user_data(octet_writer &out, const message_content &conten
   if (septets) {
     // Of the room that is left 16 bits count: a size below the place is no limit.
     const auto limit = static_cast<uint16_t>(packing_size - out.pos);
-    out.pos += kest_pack_septets(coded, *count, 0, limit, out.data + out.pos);
+    out.pos += kest_pack_septets(coded, *count, limit, out.data + out.pos);
   } else {
     out.put({coded, *count});
   }
