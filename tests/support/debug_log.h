@@ -31,8 +31,8 @@ private:
 
 using log_lines = std::vector<std::string>;
 
-constexpr uint32_t ALL_LINES = KEST_LOG_DEBUG | KEST_LOG_ERROR;
-constexpr uint32_t LOG_LEVELS[] = {ALL_LINES, KEST_LOG_ERROR, 0};
+constexpr uint32_t LOG_LEVELS[] = {KEST_LOG_DEBUG | KEST_LOG_ERROR, KEST_LOG_DEBUG, KEST_LOG_ERROR,
+                                   0};
 
 // at_level is what is left of lines with the bits of `level` in log_level. What is refused is an
 // error, everything else a trace.
