@@ -1,29 +1,6 @@
 #include "sim/access.h"
 
-#include <algorithm>
-#include <array>
-#include <cstddef>
 #include <iterator>
-
-#include "sim/answer_reader.h"
-
-// The host's record, by the alignment that the target gives to 64-bit words.
-constexpr size_t RULE_SIZE = 8 + alignof(kest_sim_access_condition);
-constexpr size_t RULES_AT = alignof(kest_sim_access_condition) == 8 ? 16 : 12;
-static_assert(sizeof(kest_sim_access_condition) == RULE_SIZE &&
-              offsetof(kest_sim_access_condition, mask) == RULE_SIZE - 8);
-static_assert(offsetof(kest_sim_file_info, file_id) == 2 &&
-              offsetof(kest_sim_file_info, file_type) == 4 &&
-              offsetof(kest_sim_file_info, record_length) == 8 &&
-              offsetof(kest_sim_file_info, record_count) == 10 &&
-              offsetof(kest_sim_file_info, read) == RULES_AT &&
-              offsetof(kest_sim_file_info, update) == RULES_AT + RULE_SIZE &&
-              offsetof(kest_sim_file_info, increase) == RULES_AT + 2 * RULE_SIZE &&
-              offsetof(kest_sim_file_info, deactivate) == RULES_AT + 3 * RULE_SIZE &&
-              offsetof(kest_sim_file_info, activate) == RULES_AT + 4 * RULE_SIZE &&
-              offsetof(kest_sim_file_info, ref_file_id) == RULES_AT + 5 * RULE_SIZE &&
-              offsetof(kest_sim_file_info, ref_record) == RULES_AT + 5 * RULE_SIZE + 2 &&
-              sizeof(kest_sim_file_info) == (RULES_AT == 16 ? 104 : 76));
 
 namespace {
 
@@ -59,17 +36,14 @@ constexpr key_row KEY_ROWS[] = {
     {0x8E, 0x8E, KEST_SIM_KEY_ADM10},
 };
 
-// The key of each reference; 0 if the reference names none.
-constexpr std::array<uint16_t, 0x8F> KEYS = [] {
-  std::array<uint16_t, 0x8F> keys = {};
-  for (const key_row &row : KEY_ROWS) {
-    std::fill(&keys[row.first], &keys[row.last] + 1, row.key);
-  }
-  return keys;
-}();
-
+// key_of returns 0 if the reference names no key.
 uint16_t key_of(uint8_t reference) {
-  return reference < KEYS.size() ? KEYS[reference] : uint16_t{0};
+  for (const key_row &row : KEY_ROWS) {
+    if (reference >= row.first && reference <= row.last) {
+      return row.key;
+    }
+  }
+  return 0;
 }
 
 // Data objects of the expanded format (ISO/IEC 7816-4).
@@ -89,13 +63,13 @@ struct condition_template {
   size_t length = 0;
 };
 
-condition_template open_template(answer_reader &in) {
-  const uint8_t tag = next_octet(in);
+condition_template open_template(octet_reader &in) {
+  const uint8_t tag = in.next();
   if (tag != OR_TEMPLATE && tag != AND_TEMPLATE) {
     return {};
   }
-  take_octet(in);
-  return {tag == OR_TEMPLATE ? KEST_SIM_ACCESS_OR : KEST_SIM_ACCESS_AND, take_octet(in)};
+  in.u8();
+  return {tag == OR_TEMPLATE ? KEST_SIM_ACCESS_OR : KEST_SIM_ACCESS_AND, in.u8()};
 }
 
 // A rule under construction.
@@ -104,7 +78,7 @@ struct open_rule {
   unsigned keys = 0; // key references so far, known or not
 };
 
-// add_key adds the key of `reference`, combined with the keys ahead of it as the template tells. A
+// add_key adds the key of `reference`, combined with the keys before it as the template says. A
 // reference that is not in the table takes all of them back.
 void add_key(uint8_t reference, const condition_template &outer, open_rule &rule) {
   kest_sim_access_condition &condition = rule.condition;
@@ -122,24 +96,24 @@ void add_key(uint8_t reference, const condition_template &outer, open_rule &rule
 
 // read_key takes the key reference that a control reference template begins with, if it does. What
 // else that holds is not looked at. NOTE: neither are its length and that of the key reference, so
-// that the key of a template which is too short for one is taken from behind it.
-void read_key(answer_reader &in, const condition_template &outer, open_rule &rule) {
-  if (next_octet(in) == KEY_REFERENCE) {
-    answer_reader content = in;
-    skip_octets(content, 2);
-    add_key(take_octet(content), outer, rule);
-    in.cut_off = content.cut_off;
+// that the key of a template which is too short for one is taken from the octets after it.
+void read_key(octet_reader &in, const condition_template &outer, open_rule &rule) {
+  if (in.next() == KEY_REFERENCE) {
+    octet_reader content = in;
+    content.skip(2);
+    add_key(content.u8(), outer, rule);
+    in.overrun = content.overrun;
   }
 }
 
 // read_condition takes one object and returns its length octet. NOTE: only a control reference
-// template is stepped over; what another object holds is read as the next object.
-size_t read_condition(answer_reader &in, const condition_template &outer, open_rule &rule) {
-  const uint8_t tag = take_octet(in);
-  const size_t length = take_octet(in);
+// template is skipped; what another object holds is read as the next object.
+size_t read_condition(octet_reader &in, const condition_template &outer, open_rule &rule) {
+  const uint8_t tag = in.u8();
+  const size_t length = in.u8();
   if (tag == CONTROL_REFERENCE_TEMPLATE) {
     read_key(in, outer, rule);
-    skip_octets(in, length);
+    in.skip(length);
   } else if (tag == CONDITION_ALWAYS && length == 0) {
     rule.condition.method = KEST_SIM_ACCESS_ALWAYS;
   } else if (tag == CONDITION_NEVER && length == 0) {
@@ -148,10 +122,10 @@ size_t read_condition(answer_reader &in, const condition_template &outer, open_r
   return length;
 }
 
-// read_rule reads the conditions behind an access mode: a template of them, or one. NOTE: each
+// read_rule reads the conditions after an access mode: a template of them, or one. NOTE: each
 // object counts one octet more than it has. So the last objects of a long template stay unread, and
-// a template that has more octets than its objects count takes one more object, from behind it too.
-kest_sim_access_condition read_rule(answer_reader &in) {
+// a template that has more octets than its objects count takes one more object, also from after it.
+kest_sim_access_condition read_rule(octet_reader &in) {
   const condition_template outer = open_template(in);
   open_rule rule;
   size_t consumed = 0;
@@ -220,9 +194,9 @@ void kest_sim_decode_compact_rule(uint8_t condition, kest_sim_access_condition &
   }
 }
 
-void kest_sim_decode_compact_attributes(std::span<const uint8_t> value, kest_sim_file_info &info) {
-  const uint8_t mode = value.front();
-  const std::span<const uint8_t> conditions = value.subspan(1);
+void kest_sim_decode_compact_attributes(octet_reader in, kest_sim_file_info &info) {
+  const uint8_t mode = in.u8();
+  const std::span<const uint8_t> conditions = in.take(in.left());
   forbid_all(info);
   // The last condition is that of the lowest bit. NOTE: the others keep their places whether the
   // bits below them are set or not.
@@ -235,19 +209,19 @@ void kest_sim_decode_compact_attributes(std::span<const uint8_t> value, kest_sim
 
 void kest_decode_exp_sec_attr(const uint8_t *data, uint16_t length, kest_sim_file_info *info) {
   forbid_all(*info);
-  answer_reader in = {{data, length}};
-  while (octets_left(in) > 0) {
-    const uint8_t tag = take_octet(in);
+  octet_reader in{{data, length}};
+  while (in.left() > 0) {
+    const uint8_t tag = in.u8();
     if (tag == 0x00 || tag == 0xFF) {
       return;
     }
     if (tag != ACCESS_MODE && tag != COMMAND_HEADER) {
       continue;
     }
-    take_octet(in); // length, taken to be 1
-    const uint8_t mode = take_octet(in);
+    in.u8(); // length, taken to be 1
+    const uint8_t mode = in.u8();
     const kest_sim_access_condition rule = read_rule(in);
-    if (in.cut_off) {
+    if (in.overrun) {
       return;
     }
     store_rule(mode, rule, *info);

@@ -1,10 +1,13 @@
 // sim/access.h: the access rules of a file, in the three encodings of SIM cards. What is not
 // understood is KEST_SIM_ACCESS_NEVER without a key, or leaves a rule as it was.
+//
+// The room sim/ turns what a card answers to GET RESPONSE into one record. It stands on octets/
+// alone. Other answers of cards come in here, each in a file of its own.
 #pragma once
 #include <cstdint>
-#include <span>
 
 #include "kest/sim.h"
+#include "octets/reader.h"
 
 // kest_sim_decode_access_nibble sets `rule` to an access condition of 2G cards (ETSI TS 51.011,
 // clause 9.3).
@@ -15,5 +18,5 @@ void kest_sim_decode_access_nibble(uint8_t nibble, kest_sim_access_condition &ru
 void kest_sim_decode_compact_rule(uint8_t condition, kest_sim_access_condition &rule);
 
 // kest_sim_decode_compact_attributes replaces the five rules of `info` by those of a compact
-// security attribute, of which `value` is not empty: an access mode octet and its conditions.
-void kest_sim_decode_compact_attributes(std::span<const uint8_t> value, kest_sim_file_info &info);
+// security attribute, which is not empty: an access mode octet and its conditions.
+void kest_sim_decode_compact_attributes(octet_reader in, kest_sim_file_info &info);

@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "sim/access.h"
-#include "sim/answer_reader.h"
 
 namespace {
 
@@ -33,20 +32,32 @@ bool set_2g_structure(uint8_t structure, kest_sim_file_info &info) {
   }
 }
 
-// read_2g_ef reads the answer for an EF from behind its file type on.
-void read_2g_ef(answer_reader &in, kest_sim_file_info &info) {
-  skip_octets(in, 1);
-  const uint8_t read_update = take_octet(in);
-  const uint8_t increase = take_octet(in);
-  const uint8_t activate_deactivate = take_octet(in); // 2G: rehabilitate, invalidate
-  skip_octets(in, 2);
-  if (!set_2g_structure(take_octet(in), info)) {
+// quotient divides bit by bit: ARM has no instruction for it, and a call takes more room.
+uint16_t quotient(unsigned dividend, unsigned divisor) {
+  unsigned result = 0;
+  for (unsigned bit = 1U << 15; bit != 0; bit >>= 1) {
+    if (dividend >= divisor * bit) {
+      dividend -= divisor * bit;
+      result |= bit;
+    }
+  }
+  return static_cast<uint16_t>(result);
+}
+
+// read_2g_ef reads the answer for an EF after its file type.
+void read_2g_ef(octet_reader &in, kest_sim_file_info &info) {
+  in.skip(1);
+  const uint8_t read_update = in.u8();
+  const uint8_t increase = in.u8();
+  const uint8_t activate_deactivate = in.u8(); // 2G: rehabilitate, invalidate
+  in.skip(2);
+  if (!set_2g_structure(in.u8(), info)) {
     return;
   }
   if (has_records(info)) {
-    info.record_length = take_octet(in);
+    info.record_length = in.u8();
     if (info.record_length != 0) {
-      info.record_count = info.file_size / info.record_length;
+      info.record_count = quotient(info.file_size, info.record_length);
     }
   }
   kest_sim_decode_access_nibble(read_update >> 4, info.read);
@@ -56,11 +67,11 @@ void read_2g_ef(answer_reader &in, kest_sim_file_info &info) {
   kest_sim_decode_access_nibble(activate_deactivate & 0xF, info.deactivate);
 }
 
-bool read_2g(answer_reader in, kest_sim_file_info &info) {
-  skip_octets(in, 2);
-  info.file_size = take_number(in);
-  info.file_id = take_number(in);
-  switch (take_octet(in)) {
+bool read_2g(octet_reader in, kest_sim_file_info &info) {
+  in.skip(2);
+  info.file_size = in.u16();
+  info.file_id = in.u16();
+  switch (in.u8()) {
   case 1:
     info.file_type = KEST_SIM_FILE_MF;
     break;
@@ -73,7 +84,7 @@ bool read_2g(answer_reader in, kest_sim_file_info &info) {
   default:
     break;
   }
-  return !in.cut_off;
+  return !in.overrun;
 }
 
 // Objects of the template, in its order.
@@ -91,20 +102,21 @@ struct data_object {
   size_t value = 0; // position
 };
 
-// take_object steps over the next object. Behind the last one it gives none, with the tag 0.
-data_object take_object(answer_reader &in) {
-  if (octets_left(in) == 0) {
+// take_object reads the next object. After the last one it gives none, with the tag 0.
+data_object take_object(octet_reader &in) {
+  if (in.left() == 0) {
     return {};
   }
-  const uint8_t tag = take_octet(in);
-  const uint8_t length = take_octet(in);
+  const uint8_t tag = in.u8();
+  const uint8_t length = in.u8();
   const size_t value = in.pos;
-  skip_octets(in, length);
+  in.skip(length);
   return {tag, length, value};
 }
 
-// value_of is not bounded by the object's length: what a step wants is read where it stands.
-answer_reader value_of(const data_object &object, const answer_reader &in) {
+// value_of is not bounded by the object's length: later reads may go past the object's end, up to
+// the end of the answer.
+octet_reader value_of(const data_object &object, const octet_reader &in) {
   return {in.octets, object.value};
 }
 
@@ -134,73 +146,73 @@ void set_3g_type(uint8_t descriptor, kest_sim_file_info &info) {
   }
 }
 
-void read_descriptor(answer_reader &in, kest_sim_file_info &info) {
+void read_descriptor(octet_reader &in, kest_sim_file_info &info) {
   constexpr uint8_t LENGTH_WITH_RECORDS = 5;
   const data_object object = take_object(in);
-  answer_reader value = value_of(object, in);
-  set_3g_type(take_octet(value), info);
+  octet_reader value = value_of(object, in);
+  set_3g_type(value.u8(), info);
   if (object.length == LENGTH_WITH_RECORDS && has_records(info)) {
-    skip_octets(value, 1);
-    info.record_length = take_number(value);
-    info.record_count = take_octet(value);
+    value.skip(1);
+    info.record_length = value.u16();
+    info.record_count = value.u8();
   }
-  in.cut_off |= value.cut_off;
+  in.overrun |= value.overrun;
 }
 
-// read_identifier takes an answer that ends ahead of the identifier for one that is cut off.
-void read_identifier(answer_reader &in, kest_sim_file_info &info) {
-  in.cut_off |= octets_left(in) == 0;
+// read_identifier takes an answer that ends before the identifier for one that is cut off.
+void read_identifier(octet_reader &in, kest_sim_file_info &info) {
+  in.overrun |= in.left() == 0;
   const data_object object = take_object(in);
   if (object.tag != FILE_ID) {
     return;
   }
-  answer_reader value = value_of(object, in);
-  info.file_id = take_number(value);
+  octet_reader value = value_of(object, in);
+  info.file_id = value.u16();
   if (info.file_id == MF_ID && info.file_type == KEST_SIM_FILE_DF) {
     info.file_type = KEST_SIM_FILE_MF;
   }
-  in.cut_off |= value.cut_off;
+  in.overrun |= value.overrun;
 }
 
-void read_security(answer_reader &in, kest_sim_file_info &info) {
+void read_security(octet_reader &in, kest_sim_file_info &info) {
   constexpr uint8_t REFERENCE_SIZE = 3; // file identifier and record number
   const data_object object = take_object(in);
-  if (object.length == 0 || in.cut_off) {
+  if (object.length == 0 || in.overrun) {
     return;
   }
-  // The object is not cut off, so that all of its value is there.
-  const std::span<const uint8_t> value = in.octets.subspan(object.value, object.length);
+  // The object is not cut off: all of its value is there.
+  octet_reader value{in.octets.subspan(object.value, object.length)};
   if (object.tag == SECURITY_COMPACT) {
     kest_sim_decode_compact_attributes(value, info);
   } else if (object.tag == SECURITY_EXPANDED) {
-    kest_decode_exp_sec_attr(value.data(), object.length, &info);
+    kest_decode_exp_sec_attr(value.octets.data(), object.length, &info);
   } else if (object.tag == SECURITY_REFERENCED && object.length >= REFERENCE_SIZE) {
-    info.ref_file_id = static_cast<uint16_t>(value[0] << 8 | value[1]);
-    info.ref_record = value.back();
+    info.ref_file_id = value.u16();
+    info.ref_record = value.octets.back();
   }
 }
 
 // read_3g reads a template with a length of one octet, or of two.
-bool read_3g(answer_reader in, kest_sim_file_info &info) {
-  skip_octets(in, 2);
-  if (next_octet(in) != FILE_DESCRIPTOR) {
-    skip_octets(in, 1);
-    if (next_octet(in) != FILE_DESCRIPTOR) {
+bool read_3g(octet_reader in, kest_sim_file_info &info) {
+  in.skip(2);
+  if (in.next() != FILE_DESCRIPTOR) {
+    in.skip(1);
+    if (in.next() != FILE_DESCRIPTOR) {
       return false;
     }
   }
   read_descriptor(in, info);
   read_identifier(in, info);
-  if (next_octet(in) == PROPRIETARY_INFORMATION) {
+  if (in.next() == PROPRIETARY_INFORMATION) {
     take_object(in);
   }
   take_object(in); // life cycle status. NOTE: or what an ADF has in its place, its name
   read_security(in, info);
-  if (next_octet(in) == FILE_SIZE) {
-    skip_octets(in, 2);
-    info.file_size = take_number(in);
+  if (in.next() == FILE_SIZE) {
+    in.skip(2);
+    info.file_size = in.u16();
   }
-  return !in.cut_off;
+  return !in.overrun;
 }
 
 } // namespace
@@ -211,8 +223,8 @@ int32_t kest_decode_sim_get_response_data(const uint8_t *data, uint16_t length,
     return 0;
   }
   kest_sim_file_info before;
-  memcpy(&before, info, sizeof before); // what is between the fields as well
-  const answer_reader answer = {{data, length}};
+  memcpy(&before, info, sizeof before); // what stands between the fields as well
+  const octet_reader answer{{data, length}};
   if (!(data[0] == FCP_TEMPLATE ? read_3g(answer, *info) : read_2g(answer, *info))) {
     memcpy(info, &before, sizeof before); // a refused answer leaves no traces
     return 0;

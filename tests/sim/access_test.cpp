@@ -105,7 +105,7 @@ TEST(Access, AllModesOfCompactRules) {
       std::vector<uint8_t> value(1 + count, static_cast<uint8_t>(mode));
       std::copy_n(std::end(conditions) - count, count, value.begin() + 1);
       kest_sim_file_info info = untouched_file();
-      kest_sim_decode_compact_attributes(value, info);
+      kest_sim_decode_compact_attributes({value}, info);
       json named = json::object();
       for (size_t i = 0; i < std::size(SELECTORS); ++i) {
         const bool selected = (mode & SELECTORS[i].bit) != 0;
