@@ -1,6 +1,6 @@
 // octets/word.h: octets or 16-bit units taken a register at a time, the first in the low bits, on
-// machines of either byte order. A fast path stands ahead of the step for one of them, which takes
-// what is less than a word; so nothing outside a buffer is read or written.
+// machines of either byte order. Each fast path is followed by a loop that takes the remainder
+// one at a time, so nothing outside a buffer is read or written.
 #pragma once
 #include <bit>
 #include <cstddef>
@@ -56,6 +56,16 @@ template <class number, class unit>
 void store(unit *to, number value) {
   reinterpret_cast<unaligned<number> *>(to)->value =
       std::endian::native == std::endian::big ? reversed<unit>(value) : value;
+}
+
+constexpr auto EVEN_UNITS = static_cast<word>(0x0000FFFF0000FFFF);
+
+// spread puts the octets of the low half of `octets` into 16-bit units.
+constexpr word spread(word octets) {
+  if constexpr (sizeof(word) == 8) {
+    octets = (octets | octets << 16) & EVEN_UNITS;
+  }
+  return (octets | octets << 8) & every_unit(0x00FF);
 }
 
 // is_ascii tells whether all octets of `octets` are below 0x80.

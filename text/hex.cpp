@@ -26,24 +26,22 @@ int8_t to_digit(const digit_case &digits, uint8_t value) {
   return static_cast<int8_t>(plain_hex_digit(digits.ten, value));
 }
 
-// digits_of returns the digits of two octets as they stand in a text, the first in the low bits.
-// (Inlined, for it would be called for each two.)
-[[gnu::always_inline]] inline uint32_t digits_of(const digit_case &digits, uint32_t first,
-                                                 uint32_t second) {
-  const uint32_t octets = first | second << 16;
-  const uint32_t values = (octets >> 4 & 0x000F000F) | (octets & 0x000F000F) << 8;
-  const uint32_t letters = (values + 0x06060606) >> 4 & 0x01010101; // 1 for a value from 10 on
-  return values + 0x30303030 + letters * static_cast<uint32_t>(digits.ten - '0' - 10);
+// digits_of turns the octet in each 16 bits of `octets` into its two digits, as they stand in a
+// text.
+inline word digits_of(const digit_case &digits, word octets) {
+  const word values = (octets >> 4 & every_unit(0x000F)) | (octets & every_unit(0x000F)) << 8;
+  const word letters = (values + every_octet(6)) >> 4 & every_octet(1); // 1 for a value from 10 on
+  return values + every_octet('0') + letters * static_cast<word>(digits.ten - '0' - 10);
 }
 
-// put_pairs is put_digits while no digit is logged: two octets a turn.
-void put_pairs(const digit_case &digits, std::span<const uint8_t> octets, char *str) {
-  const uint8_t *from = octets.data();
-  for (size_t pairs = octets.size() / 2; pairs > 0; --pairs, from += 2, str += 4) {
-    store(str, digits_of(digits, from[0], from[1]));
+// put_words is put_digits while no digit is logged: a word of digits at once.
+void put_words(const digit_case &digits, std::span<const uint8_t> octets, char *str) {
+  size_t i = 0;
+  for (; octets.size() - i >= sizeof(half_word); i += sizeof(half_word)) {
+    store(str + 2 * i, digits_of(digits, spread(load<half_word>(octets.data() + i))));
   }
-  if (octets.size() % 2 != 0) {
-    store(str, static_cast<uint16_t>(digits_of(digits, from[0], 0)));
+  for (; i < octets.size(); ++i) {
+    store(str + 2 * i, static_cast<uint16_t>(digits_of(digits, octets[i])));
   }
 }
 
@@ -64,7 +62,7 @@ void to_text(const digit_case &digits, std::span<const uint8_t> octets, char *st
   if (logs(KEST_LOG_ERROR)) {
     put_digits(digits, octets, str);
   } else {
-    put_pairs(digits, octets, str);
+    put_words(digits, octets, str);
   }
   memset(str + length, 0, str_size - length);
 }

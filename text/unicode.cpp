@@ -110,16 +110,7 @@ character read_utf16(const uint16_t *units, size_t size) {
 // A word of ASCII, and the units that are the same characters: two words.
 
 constexpr size_t WORD_UNITS = sizeof(word) / sizeof(uint16_t);
-constexpr auto EVEN_UNITS = static_cast<word>(0x0000FFFF0000FFFF);
-
-// spread puts the octets of the low half of `octets` into 16-bit units; gather is its inverse.
-constexpr word spread(word octets) {
-  if constexpr (sizeof(word) == 8) {
-    octets = (octets | octets << 16) & EVEN_UNITS;
-  }
-  return (octets | octets << 8) & every_unit(0x00FF);
-}
-
+// gather is the inverse of spread.
 constexpr word gather(word units) {
   units |= units >> 8;
   if constexpr (sizeof(word) == 8) {

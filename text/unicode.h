@@ -26,16 +26,19 @@ struct utf8_character {
 // Bytes after the end of `text` count as 0, but count: the length, 1 to 6, can exceed the size of
 // `text`.
 //
-// kest_utf8_long_char_to_ucs2 is the same for a first byte of 0xC0 or more.
+// kest_utf8_long_char_to_ucs2 is the same for a first byte of 0xC0 or more. Whole forms of two and
+// three bytes need no call of it.
 utf8_character kest_utf8_long_char_to_ucs2(const uint8_t *text, size_t size);
 inline utf8_character kest_utf8_char_to_ucs2(std::span<const uint8_t> text) {
   const unsigned first = text[0];
-  if (first >> 4 == 0xE) { // most of UCS-2 text
+  if (first >> 4 == 0xE) {
     if (text.size() >= 3) {
       return {static_cast<uint16_t>(first << 12 | (text[1] & 0x3Fu) << 6 | (text[2] & 0x3Fu)), 3};
     }
   } else if (first < 0xC0) {
     return {static_cast<uint16_t>(first), 1};
+  } else if (first < 0xE0 && text.size() >= 2) {
+    return {static_cast<uint16_t>((first & 0x1F) << 6 | (text[1] & 0x3Fu)), 2};
   }
   return kest_utf8_long_char_to_ucs2(text.data(), text.size());
 }
