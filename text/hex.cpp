@@ -27,8 +27,8 @@ int8_t to_digit(const digit_case &digits, uint8_t value) {
 }
 
 // digits_of turns the octet in each 16 bits of `octets` into its two digits, as they stand in a
-// text.
-inline word digits_of(const digit_case &digits, word octets) {
+// text. (Inlined, for it would be called for each word.)
+[[gnu::always_inline]] inline word digits_of(const digit_case &digits, word octets) {
   const word values = (octets >> 4 & every_unit(0x000F)) | (octets & every_unit(0x000F)) << 8;
   const word letters = (values + every_octet(6)) >> 4 & every_octet(1); // 1 for a value from 10 on
   return values + every_octet('0') + letters * static_cast<word>(digits.ten - '0' - 10);
