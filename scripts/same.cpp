@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -189,20 +190,19 @@ const domain DOMAINS[] = {
      }},
 };
 
-// Lines of the log that a call writes, without their time stamps, which end in the first ']'.
+// lines_of makes a call and returns the lines of the log that it writes, without their times. The
+// file holds the complement of each octet.
 std::string lines_of(const domain &of, const library &lib, uint64_t n, outputs &out) {
+  constexpr size_t TIME = sizeof "2011/01/02 03:04:05" - 1;
   remove(LOG_FILE);
   log_level = UINT32_MAX;
   of.call(lib, n, out);
   log_level = 0;
   std::string lines;
-  if (FILE *const file = fopen(LOG_FILE, "r")) {
-    char line[1024];
-    while (fgets(line, sizeof line, file) != nullptr) {
-      const char *const end = strchr(line, ']');
-      lines += end != nullptr ? end : line;
-    }
-    fclose(file);
+  std::ifstream file(LOG_FILE, std::ios::binary);
+  for (std::string line; std::getline(file, line);) {
+    std::for_each(line.begin(), line.end(), [](char &c) { c = static_cast<char>(~c); });
+    lines += line.substr(std::min(TIME, line.size()));
   }
   return lines;
 }
@@ -221,7 +221,7 @@ int compare(const domain &of, const library &old_lib, const library &new_lib, ui
   uint64_t calls = 0;
   for (uint64_t i = first; i >> of.bits == 0; i += step, ++calls) {
     const uint64_t n = mixed(i, of.bits);
-    const bool logged = calls % 65536 == 0;
+    const bool logged = calls % 4096 == 0;
     const int fill = static_cast<int>(n * 37 & 0xFF);
     memset(&before, fill, sizeof before);
     memset(&after, fill, sizeof after);
