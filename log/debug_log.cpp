@@ -1,4 +1,4 @@
-#include "kest/log.h"
+#include "log/debug_log.h"
 
 #include <algorithm>
 #include <array>
@@ -76,6 +76,10 @@ void append_record(line_buffer &line) {
   close(file);
 }
 
+bool is_dropped(uint32_t mask) {
+  return kest_log_enabled.load(std::memory_order_relaxed) == 0 || mask == 0;
+}
+
 // log_line has a frame of its own, for its buffers: a line that is dropped needs none.
 [[gnu::noinline, gnu::format(printf, 2, 0)]] void log_line(uint32_t mask, const char *format,
                                                            va_list arguments) {
@@ -103,12 +107,32 @@ void append_record(line_buffer &line) {
 } // namespace
 
 void kest_log(uint32_t mask, const char *format, ...) {
-  if (kest_log_enabled.load(std::memory_order_relaxed) == 0 || mask == 0) {
+  if (is_dropped(mask)) {
     return;
   }
   va_list arguments;
   va_start(arguments, format);
   log_line(mask, format, arguments);
+  va_end(arguments);
+}
+
+void kest_log_error(const char *format, ...) {
+  if (is_dropped(log_level & KEST_LOG_ERROR)) {
+    return;
+  }
+  va_list arguments;
+  va_start(arguments, format);
+  log_line(KEST_LOG_ERROR, format, arguments);
+  va_end(arguments);
+}
+
+void kest_log_debug(const char *format, ...) {
+  if (is_dropped(log_level & KEST_LOG_DEBUG)) {
+    return;
+  }
+  va_list arguments;
+  va_start(arguments, format);
+  log_line(KEST_LOG_DEBUG, format, arguments);
   va_end(arguments);
 }
 

@@ -1,11 +1,18 @@
 // log/debug_log.h: what the library's own files need of the debug log beside kest/log.h.
+//
+// The room log/ writes the debug log, hexadecimal dumps and the lines of syslog. It stands on util/
+// alone, and every other room may log. Another front of either log comes in here.
 #pragma once
 #include <cstdint>
 
 #include "kest/log.h"
 
-// logs tells whether lines of `bit` are on. If not, kest_log gets a mask of 0 and drops them: asked
-// ahead of lines that come for each octet, this spares the calls.
+// kest_log_error and kest_log_debug write a line if log_level has their bit.
+[[gnu::format(printf, 1, 2)]] void kest_log_error(const char *format, ...);
+[[gnu::format(printf, 1, 2)]] void kest_log_debug(const char *format, ...);
+
+// logs returns whether lines of `bit` are on. Asked before lines that come for each octet, it
+// spares the calls.
 inline bool logs(uint32_t bit) {
   return (log_level & bit) != 0;
 }

@@ -18,16 +18,17 @@ constexpr code_row EXTENSION_ROWS[] = {
 
 constexpr uint8_t ASCII_CODES[] = {0x5B, 0x5C, 0x5D, 0x5E, 0x60, 0x7B, 0x7C, 0x7D, 0x7E};
 
-constexpr std::array<gsm_coding, 256> codings(const gsm_alphabet &alphabet) {
-  std::array<gsm_coding, 256> table = {};
+constexpr std::array<uint8_t, 128> codings(const gsm_alphabet &alphabet) {
+  std::array<uint8_t, 128> table = {};
+  table.fill(GSM_NO_CODE);
   for (size_t code = 0; code < alphabet.size(); ++code) {
     if (alphabet[code] < table.size()) {
-      table[alphabet[code]] = {1, static_cast<uint8_t>(code)};
+      table[alphabet[code]] = static_cast<uint8_t>(code);
     }
   }
   for (const code_row &row : EXTENSION_ROWS) {
     if (row.code_point < table.size()) {
-      table[row.code_point] = {2, row.code};
+      table[row.code_point] = GSM_ESCAPED | row.code;
     }
   }
   return table;
@@ -56,8 +57,9 @@ constexpr gsm_alphabet kest_gsm_default_alphabet = {
 };
 static_assert(kest_gsm_default_alphabet[GSM_ESCAPE] == GSM_NO_CHARACTER);
 
-constexpr std::array<gsm_coding, 256> kest_gsm_codings = codings(kest_gsm_default_alphabet);
-static_assert(kest_gsm_codings['`'].septets == 0, "the one printable ASCII character without code");
+constexpr std::array<uint8_t, 128> kest_gsm_codings = codings(kest_gsm_default_alphabet);
+static_assert(kest_gsm_codings['`'] == GSM_NO_CODE,
+              "the one printable ASCII character without code");
 
 uint16_t kest_gsm_extended(uint8_t code) {
   for (const code_row &row : EXTENSION_ROWS) {

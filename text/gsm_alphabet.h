@@ -21,12 +21,13 @@ uint16_t kest_gsm_extended(uint8_t code);
 // read as ASCII: devices that send no escape often mean these.
 uint16_t kest_gsm_unescaped(uint8_t code);
 
-// How a character below U+0100 is sent: in `septets` places, the last of which holds `code`. With
-// two, the other one is an escape. With none it has no code and is left out.
-struct gsm_coding {
-  uint8_t septets;
-  uint8_t code;
-};
+// How each ASCII character is sent: its code, with GSM_ESCAPED if an escape precedes it. A
+// character without a code is left out.
+constexpr uint8_t GSM_ESCAPED = 0x80;
+constexpr uint8_t GSM_NO_CODE = 0xFF;
+[[gnu::visibility("hidden")]] extern const std::array<uint8_t, 128> kest_gsm_codings;
 
-[[gnu::visibility("hidden")]] extern const std::array<gsm_coding, 256>
-    kest_gsm_codings; // indexed by code point
+// kest_gsm_septets returns the septets of a coding: 0 to 2.
+constexpr unsigned kest_gsm_septets(uint8_t coding) {
+  return coding < GSM_ESCAPED ? 1 : coding == GSM_NO_CODE ? 0 : 2;
+}

@@ -22,7 +22,7 @@ constexpr digit_case UPPER = {'A', "kest_binary_to_hexchar_uppercase",
                               "kest_binary_to_hexstring_uppercase"};
 
 int8_t to_digit(const digit_case &digits, uint8_t value) {
-  kest_log(log_level & KEST_LOG_ERROR, "%s value=%d!!!\n", digits.char_name, value);
+  kest_log_error("%s value=%d!!!\n", digits.char_name, value);
   return static_cast<int8_t>(plain_hex_digit(digits.ten, value));
 }
 
@@ -56,7 +56,7 @@ void to_text(const digit_case &digits, std::span<const uint8_t> octets, char *st
              size_t str_size) {
   const size_t length = 2 * octets.size();
   if (length >= str_size) {
-    kest_log(log_level & KEST_LOG_ERROR, TOO_SMALL, digits.string_name);
+    kest_log_error(TOO_SMALL, digits.string_name);
     return;
   }
   if (logs(KEST_LOG_ERROR)) {
@@ -87,7 +87,7 @@ std::optional<uint16_t> kest_hex_to_octets(const char *str, std::span<uint8_t> o
   const size_t digits = strlen(str);
   const size_t count = digits / 2 + digits % 2;
   if (octets.size() < count) {
-    kest_log(log_level & KEST_LOG_ERROR, TOO_SMALL, "kest_hexstring_to_binary");
+    kest_log_error(TOO_SMALL, "kest_hexstring_to_binary");
     return std::nullopt;
   }
   const auto *text = reinterpret_cast<const uint8_t *>(str);

@@ -29,7 +29,7 @@ struct utf8_character {
 // kest_utf8_long_char_to_ucs2 is the same for a first byte of 0xC0 or more. Whole forms of two and
 // three bytes need no call of it.
 utf8_character kest_utf8_long_char_to_ucs2(const uint8_t *text, size_t size);
-inline utf8_character kest_utf8_char_to_ucs2(std::span<const uint8_t> text) {
+[[gnu::always_inline]] inline utf8_character kest_utf8_char_to_ucs2(std::span<const uint8_t> text) {
   const unsigned first = text[0];
   if (first >> 4 == 0xE) {
     if (text.size() >= 3) {

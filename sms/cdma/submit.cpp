@@ -1,6 +1,6 @@
 #include "kest/sms_cdma.h"
 
-#include "kest/log.h"
+#include "log/debug_log.h"
 #include "octets/writer.h"
 #include "sms/cdma/address.h"
 #include "sms/cdma/bearer_data.h"
@@ -42,7 +42,7 @@ void put_bearer_reply_option(octet_writer &out) {
   uint8_t *const length = out.data + out.pos;
   const uint32_t written = kest_sms_encode_cdma_address(number, length + 1, length);
   if (written == 0) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s encode cdma address fail !!!\n", NAME);
+    kest_log_error("%s encode cdma address fail !!!\n", NAME);
     return false;
   }
   out.space(1 + written);
@@ -55,7 +55,7 @@ void put_bearer_reply_option(octet_writer &out) {
   const uint32_t written = kest_sms_encode_cdma_bearer_data({text.octets, text.len}, status_report,
                                                             text.alphabet, length + 1, length);
   if (written == 0) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s encode cdma bearer data fail !!!\n", NAME);
+    kest_log_error("%s encode cdma bearer data fail !!!\n", NAME);
     return false;
   }
   out.space(1 + written);
@@ -67,7 +67,7 @@ void put_bearer_reply_option(octet_writer &out) {
 uint32_t kest_sms_encode_cdma_submit_pdu(const char *number, const char *text,
                                          uint32_t status_report, uint32_t is_hex, uint8_t *pdu) {
   if (number == nullptr || text == nullptr || pdu == nullptr) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s NULL pointer check fail !!!\n", NAME);
+    kest_log_error("%s NULL pointer check fail !!!\n", NAME);
     return 0;
   }
   message_text taken;

@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "kest/log.h"
 #include "kest/sms_decode.h"
 #include "kest/text.h"
+#include "log/debug_log.h"
 #include "sms/decode/cell_broadcast_header.h"
 #include "sms/decode/user_data_text.h"
 #include "text/septets.h"
@@ -67,7 +67,7 @@ bool read_umts_pages(const char *log_name, octet_reader &in, kest_sms_cb_info &i
                      text_units &text) {
   info.total_pages = in.u8();
   if (info.total_pages * (PAGE_OCTETS + 1) > in.left()) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s user data length not correct !!!\n", log_name);
+    kest_log_error("%s user data length not correct !!!\n", log_name);
     return false;
   }
   for (unsigned i = 0; i < info.total_pages; ++i) {
@@ -108,12 +108,11 @@ uint32_t decode_cell_broadcast(const char *log_name, std::span<const uint8_t> da
     return 0;
   }
   if (in.overrun) {
-    kest_log(log_level & KEST_LOG_DEBUG, "%s no user data done!!\n", log_name);
+    kest_log_debug("%s no user data done!!\n", log_name);
     return 1;
   }
   if (info.format == KEST_CB_FORMAT_ETWS_PRIMARY) {
-    kest_log(log_level & KEST_LOG_DEBUG, "%s KEST_CB_FORMAT_ETWS_PRIMARY no user data done!!\n",
-             log_name);
+    kest_log_debug("%s KEST_CB_FORMAT_ETWS_PRIMARY no user data done!!\n", log_name);
     return 1;
   }
   text_units units;

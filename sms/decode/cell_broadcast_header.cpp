@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <iterator>
 
-#include "kest/log.h"
+#include "log/debug_log.h"
 #include "sms/decode/timestamp.h"
 #include "sms/tpdu.h"
 #include "text/gsm_alphabet.h"
@@ -161,8 +161,8 @@ bool kest_sms_decode_gw_cb_header(octet_reader &in, kest_sms_cb_info &info,
     info.format = KEST_CB_FORMAT_UMTS;
     info.umts_message_type = in.u8();
     if (info.umts_message_type != TYPE_CBS_MESSAGE) {
-      kest_log(log_level & KEST_LOG_ERROR, "%s Error msg type: umts_message_type=%d !!!\n",
-               "kest_sms_decode_gw_cb_header", info.umts_message_type);
+      kest_log_error("%s Error msg type: umts_message_type=%d !!!\n",
+                     "kest_sms_decode_gw_cb_header", info.umts_message_type);
       return false;
     }
     info.message_identifier = read_number(in);

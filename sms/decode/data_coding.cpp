@@ -1,6 +1,6 @@
 #include "sms/decode/data_coding.h"
 
-#include "kest/log.h"
+#include "log/debug_log.h"
 
 namespace {
 
@@ -36,11 +36,11 @@ kest_gw_alphabet kest_sms_decode_data_coding(const char *log_name, uint8_t octet
                                              kest_sms_msg_class *msg_class) {
   const data_coding coding = coding_of(octet);
   kest_gw_alphabet alphabet = coding.alphabet;
-  kest_log(log_level & KEST_LOG_DEBUG, "%s alphabet: %d\n", log_name, static_cast<int>(alphabet));
+  kest_log_debug("%s alphabet: %d\n", log_name, static_cast<int>(alphabet));
   if (alphabet == RESERVED_ALPHABET) {
     alphabet = KEST_GW_ALPHABET_7BIT;
   }
-  kest_log(log_level & KEST_LOG_DEBUG, "%s alphabet: %d\n", log_name, static_cast<int>(alphabet));
+  kest_log_debug("%s alphabet: %d\n", log_name, static_cast<int>(alphabet));
   if (coding.has_class && msg_class != nullptr) {
     *msg_class = octet & 3u;
   }

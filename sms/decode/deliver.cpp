@@ -1,6 +1,6 @@
 // SMS-DELIVER (3GPP TS 23.040, clause 9.2.2.1).
-#include "kest/log.h"
 #include "kest/sms_decode.h"
+#include "log/debug_log.h"
 #include "sms/decode/address.h"
 #include "sms/decode/data_coding.h"
 #include "sms/decode/message.h"
@@ -23,7 +23,7 @@ uint32_t decode_deliver(const char *log_name, const char *pdu, const deliver_tar
   const uint8_t pid = message.in.u8();
   if (out.msg_class != nullptr) {
     if (pid == PID_TYPE_0) {
-      kest_log(log_level & KEST_LOG_ERROR, "%s ignore PID = WMS_PID_SM_TYPE_0 !!!\n", log_name);
+      kest_log_error("%s ignore PID = WMS_PID_SM_TYPE_0 !!!\n", log_name);
       return 0;
     }
     *out.msg_class = KEST_SMS_CLASS_NONE;

@@ -2,9 +2,9 @@
 
 #include <optional>
 
-#include "kest/log.h"
 #include "kest/sms_decode.h"
 #include "kest/text.h"
+#include "log/debug_log.h"
 #include "sms/decode/address.h"
 #include "sms/decode/user_data_header.h"
 #include "sms/decode/user_data_text.h"
@@ -21,7 +21,7 @@ struct text_extent {
 };
 
 bool refuse(const received_message &message) {
-  kest_log(log_level & KEST_LOG_ERROR, "%s invalid decode pdu !!!\n", message.log_name);
+  kest_log_error("%s invalid decode pdu !!!\n", message.log_name);
   return false;
 }
 
@@ -29,9 +29,8 @@ bool udl_in_bounds(const received_message &message, kest_gw_alphabet alphabet, u
   if (alphabet == KEST_GW_ALPHABET_7BIT ? udl <= MESSAGE_SEPTETS : udl <= MESSAGE_OCTETS) {
     return true;
   }
-  kest_log(log_level & KEST_LOG_ERROR,
-           "%s user data length > max value for gw %d-bit alphabet !!!\n", message.log_name,
-           alphabet == KEST_GW_ALPHABET_7BIT ? 7 : 8);
+  kest_log_error("%s user data length > max value for gw %d-bit alphabet !!!\n", message.log_name,
+                 alphabet == KEST_GW_ALPHABET_7BIT ? 7 : 8);
   return false;
 }
 
@@ -64,8 +63,7 @@ std::optional<text_extent> find_text(received_message &message, kest_gw_alphabet
   }
   const std::optional<text_extent> text = text_after_header(alphabet, udl, udhl);
   if (!text) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s user data header length > user data length !!!\n",
-             message.log_name);
+    kest_log_error("%s user data header length > user data length !!!\n", message.log_name);
   }
   return text;
 }

@@ -1,7 +1,7 @@
 // SMS-STATUS-REPORT (3GPP TS 23.040, clause 9.2.2.3).
-#include "kest/log.h"
 #include "kest/sms_decode.h"
 #include "kest/text.h"
+#include "log/debug_log.h"
 #include "sms/decode/address.h"
 #include "sms/decode/data_coding.h"
 #include "sms/decode/message.h"
@@ -38,7 +38,7 @@ uint32_t decode_status_report(const char *log_name, const char *pdu,
   const uint8_t status = in.u8();
   kest_binary_to_hexstring(&status, 1, out.status, KEST_SMS_STATUS_TEXT_SIZE);
   if (in.left() == 0) { // the PDU ends here, or ended before
-    kest_log(log_level & KEST_LOG_DEBUG, "%s no user data done!!\n", log_name);
+    kest_log_debug("%s no user data done!!\n", log_name);
     return 1;
   }
   const unsigned present = in.u8();

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "kest/log.h"
+#include "log/debug_log.h"
 #include "sms/tpdu.h"
 
 namespace {
@@ -77,7 +77,7 @@ struct header_targets {
 [[nodiscard]] bool keep_concatenation(uint16_t reference, uint8_t total, uint8_t sequence,
                                       header_targets out) {
   if (total == 0 || sequence == 0 || sequence > total) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s UDH Header out of bound max messages !!!\n", NAME);
+    kest_log_error("%s UDH Header out of bound max messages !!!\n", NAME);
     return false;
   }
   out.udh.reference = reference;
@@ -89,8 +89,7 @@ struct header_targets {
 
 [[nodiscard]] bool picture_fits(uint8_t length, unsigned width, unsigned height) {
   if (static_cast<int>(length) - 3 != static_cast<int>(width * height)) {
-    kest_log(log_level & KEST_LOG_ERROR,
-             "%s UDH Header pic size value mismatch with heigt and weight !!!\n", NAME);
+    kest_log_error("%s UDH Header pic size value mismatch with heigt and weight !!!\n", NAME);
     return false;
   }
   return true;
@@ -134,7 +133,7 @@ void walk_elements(octet_reader in, size_t udhl, header_targets out) {
     out.udh.iei = iei;
     const element &row = element_of(iei);
     if (!length_fits(row, iedl)) {
-      kest_log(log_level & KEST_LOG_ERROR, "%s UDH invalid data length = %d !!!\n", NAME, iedl);
+      kest_log_error("%s UDH invalid data length = %d !!!\n", NAME, iedl);
       return;
     }
     if (!keep_element(iei, iedl, in, out)) {
@@ -144,8 +143,8 @@ void walk_elements(octet_reader in, size_t udhl, header_targets out) {
     in.skip(step);
     index += 2 + step;
     if (index >= INDEX_END) {
-      kest_log(log_level & KEST_LOG_ERROR, "%s decoded has exceeded UDHL value of %d !!!\n", NAME,
-               static_cast<int>(udhl));
+      kest_log_error("%s decoded has exceeded UDHL value of %d !!!\n", NAME,
+                     static_cast<int>(udhl));
       return;
     }
   }
@@ -157,8 +156,7 @@ uint32_t kest_decode_user_data_header(octet_reader &in, kest_sms_udh_info *udh,
                                       uint32_t *udh_no_concat) {
   const uint8_t udhl = in.u8();
   if (udh == nullptr) {
-    kest_log(log_level & KEST_LOG_ERROR,
-             "%s udh_ptr null pointer, skip user data header parsing !!!\n", NAME);
+    kest_log_error("%s udh_ptr null pointer, skip user data header parsing !!!\n", NAME);
   } else {
     *udh_no_concat = 1;
     walk_elements(in, udhl, {*udh, *udh_no_concat});

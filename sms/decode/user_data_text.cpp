@@ -70,7 +70,7 @@ size_t convert_ucs2(std::span<const uint8_t> octets, std::span<uint8_t> dst) {
     const unsigned low = i + 1 < octets.size() ? octets[i + 1] : 0;
     const unsigned value = static_cast<unsigned>(octets[i]) << 8 | low;
     if (logs(KEST_LOG_DEBUG)) {
-      kest_log(log_level & KEST_LOG_DEBUG, "%s val: 0x%x\n", NAME, value);
+      kest_log_debug("%s val: 0x%x\n", NAME, value);
     }
     if (!put_code_point(value, dst, used)) {
       break;
@@ -93,7 +93,7 @@ size_t convert_8bit(std::span<const uint8_t> octets, std::span<uint8_t> dst) {
 
 uint32_t kest_convert_userdata_to_utf8(kest_gw_alphabet alphabet, std::span<const uint8_t> src,
                                        std::span<uint8_t> dst) {
-  kest_log(log_level & KEST_LOG_DEBUG, "%s dcs: 0x%x\n", NAME, alphabet);
+  kest_log_debug("%s dcs: 0x%x\n", NAME, alphabet);
   const size_t used = alphabet == KEST_GW_ALPHABET_7BIT   ? convert_7bit(src, dst)
                       : alphabet == KEST_GW_ALPHABET_UCS2 ? convert_ucs2(src, dst)
                                                           : convert_8bit(src, dst);

@@ -36,19 +36,16 @@ unsigned semi_octet(char c, unsigned previous) {
   return c == '#' ? 0xB : previous;
 }
 
-// put_digits writes the first `limit` digits, two to an octet.
+// put_digits writes the first `limit` digits, two to an octet, as far as there is room.
 void put_digits(octet_writer &out, const number_text &number, size_t limit) {
-  const size_t count = std::min(number.count, limit);
-  unsigned nibble = 0;
-  for (size_t i = 0; i < count; i += 2) {
-    nibble = semi_octet(number.digits[i], nibble);
-    const unsigned low = nibble;
-    if (i + 1 < number.count) {
-      nibble = semi_octet(number.digits[i + 1], nibble);
-      out.u8(static_cast<uint8_t>(nibble << 4 | low));
-    } else {
-      out.u8(static_cast<uint8_t>(FILLER << 4 | low));
-    }
+  const char *digit = number.digits;
+  unsigned previous = 0;
+  for (uint8_t &octet : out.space((std::min(number.count, limit) + 1) / 2)) {
+    const unsigned low = semi_octet(digit[0], previous);
+    const unsigned high = digit[1] != '\0' ? semi_octet(digit[1], low) : FILLER;
+    octet = static_cast<uint8_t>(high << 4 | low);
+    previous = high;
+    digit += 2;
   }
 }
 

@@ -1,6 +1,6 @@
 #include "sms/encode/message.h"
 
-#include "kest/log.h"
+#include "log/debug_log.h"
 #include "sms/encode/address.h"
 #include "sms/encode/counters.h"
 #include "sms/tpdu.h"
@@ -52,7 +52,7 @@ message_content kest_sms_segment_content(message_content plain, int32_t total, i
 
 bool kest_sms_put_address(octet_writer &out, const message_content &content) {
   if (!kest_sms_encode_gw_address(content.number, out)) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s encode gw address fail !!!\n", content.log_name);
+    kest_log_error("%s encode gw address fail !!!\n", content.log_name);
     return false;
   }
   return true;

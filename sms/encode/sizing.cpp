@@ -22,13 +22,12 @@ struct sized_text {
 
 [[nodiscard]] bool take_text(const char *log_name, const char *text, bool is_hex, sized_text &out) {
   if (text == nullptr) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s some ptr NULL\n", log_name);
+    kest_log_error("%s some ptr NULL\n", log_name);
     return false;
   }
   out.text_size = strlen(text);
   if (out.text_size > KEST_SMS_SIZED_TEXT) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s buf overflow strlen: %d\n", log_name,
-             static_cast<int>(out.text_size));
+    kest_log_error("%s buf overflow strlen: %d\n", log_name, static_cast<int>(out.text_size));
     return false;
   }
   out.len = kest_sms_read_text(log_name, text, is_hex, out.octets);
@@ -47,13 +46,11 @@ struct measure {
 // bit text it is the character. (Inlined, for it would be called for each character.)
 [[gnu::always_inline]] inline measure next_character(const sized_text &text, measure at) {
   const uint8_t first = text.octets[at.octets];
-  at.octets += kest_utf8_length(first);
   if (text.alphabet == KEST_GW_ALPHABET_7BIT) {
-    at.units += kest_gsm_codings[first].septets;
-  } else {
-    at.units += text.alphabet == KEST_GW_ALPHABET_UCS2 ? 2 : 1;
+    return {at.octets + 1, at.units + kest_gsm_septets(kest_gsm_codings[first & 0x7F])};
   }
-  return at;
+  const uint32_t units = text.alphabet == KEST_GW_ALPHABET_UCS2 ? 2 : 1;
+  return {at.octets + kest_utf8_length(first), at.units + units};
 }
 
 } // namespace
@@ -77,8 +74,7 @@ int32_t kest_sms_get_long_message_segment(const char *text, uint32_t is_hex,
   if (!take_text(NAME, segment_len != nullptr ? text : nullptr, is_hex != 0, sized)) {
     return -1;
   }
-  kest_log(log_level & KEST_LOG_DEBUG, "%s dcs: 0x%x\n", NAME,
-           static_cast<unsigned>(sized.alphabet));
+  kest_log_debug("%s dcs: 0x%x\n", NAME, static_cast<unsigned>(sized.alphabet));
   const uint32_t limit = kest_sms_user_data_limit(sized.alphabet, true);
   measure at;
   while (at.octets < sized.len && at.units < limit) {
@@ -88,8 +84,8 @@ int32_t kest_sms_get_long_message_segment(const char *text, uint32_t is_hex,
     }
     at = next;
     if (sized.alphabet == KEST_GW_ALPHABET_UCS2 && logs(KEST_LOG_DEBUG)) {
-      kest_log(log_level & KEST_LOG_DEBUG, "%s KEST_GW_ALPHABET_UCS2: i=%d j=%d\n", NAME,
-               static_cast<int>(at.octets), static_cast<int>(at.units));
+      kest_log_debug("%s KEST_GW_ALPHABET_UCS2: i=%d j=%d\n", NAME, static_cast<int>(at.octets),
+                     static_cast<int>(at.units));
     }
   }
   // A host goes on after the segment: at the terminator, where the text ends within a character.

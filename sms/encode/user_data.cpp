@@ -41,39 +41,41 @@ coded code_8bit(std::span<const uint8_t> text, size_t limit, coded_text out) {
   return at;
 }
 
-// code_singles codes characters up to the first that does not take one place, or begins with a byte
-// of 0x80 or more.
-inline coded code_singles(std::span<const uint8_t> text, size_t limit, coded_text out, coded at) {
-  while (at.read < text.size() && at.used < limit && text[at.read] < 0x80) {
-    const gsm_coding coding = kest_gsm_codings[text[at.read]];
-    if (coding.septets != 1) {
+// code_singles codes up to `most` characters of one septet each, and returns how many these are.
+size_t code_singles(const uint8_t *text, size_t most, uint8_t *out) {
+  size_t count = 0;
+  for (; count < most; ++count) {
+    const uint8_t coding = kest_gsm_codings[text[count] & 0x7F];
+    if (kest_gsm_septets(coding) != 1) {
       break;
     }
-    out[at.used++] = coding.code;
-    ++at.read;
+    out[count] = coding;
   }
-  return at;
+  return count;
 }
 
-// code_7bit leaves out characters without a code. They need no place, and so are read also where
-// none is left.
+// code_7bit codes ASCII: other text takes another alphabet. It leaves out characters without a
+// code. They need no place, and so are read also where none is left.
 coded code_7bit(std::span<const uint8_t> text, size_t limit, coded_text out) {
-  coded at = code_singles(text, limit, out, {});
-  for (; at.read < text.size(); at = code_singles(text, limit, out, at)) {
-    const utf8_character next = kest_utf8_char_to_ucs2(text.subspan(at.read));
-    const gsm_coding coding = kest_gsm_codings[next.value & 0xFF];
-    if (at.used + coding.septets > limit) {
-      break;
+  coded at = {};
+  for (;;) {
+    const size_t singles = code_singles(
+        text.data() + at.read, std::min(text.size() - at.read, limit - at.used), &out[at.used]);
+    at.read += singles;
+    at.used += singles;
+    if (at.read == text.size()) {
+      return at;
     }
-    at.read += next.length;
-    if (coding.septets == 2) {
+    const uint8_t coding = kest_gsm_codings[text[at.read] & 0x7F];
+    if (at.used + kest_gsm_septets(coding) > limit) {
+      return at;
+    }
+    if (coding != GSM_NO_CODE) {
       out[at.used++] = GSM_ESCAPE;
+      out[at.used++] = coding & 0x7F;
     }
-    if (coding.septets != 0) {
-      out[at.used++] = coding.code;
-    }
+    ++at.read;
   }
-  return at;
 }
 
 constexpr uint8_t BACKTICK = '`'; // the one printable ASCII character without a code
@@ -107,10 +109,10 @@ uint16_t kest_sms_read_text(const char *log_name, const char *text, bool is_hex,
     return static_cast<uint16_t>(len);
   }
   const uint16_t len = kest_hex_to_octets(text, octets).value_or(0);
-  kest_log(log_level & KEST_LOG_DEBUG, "%s buf_len: %d\n", log_name, len);
+  kest_log_debug("%s buf_len: %d\n", log_name, len);
   for (uint16_t i = 0; i < len; ++i) {
     if (logs(KEST_LOG_DEBUG)) {
-      kest_log(log_level & KEST_LOG_DEBUG, "%s buf[%d]: 0x%x\n", log_name, i, octets[i]);
+      kest_log_debug("%s buf[%d]: 0x%x\n", log_name, i, octets[i]);
     }
   }
   return len;
@@ -141,8 +143,7 @@ int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<c
 void kest_sms_take_text(const char *log_name, const char *text, bool is_hex, message_text &out) {
   out.len = kest_sms_read_text(log_name, text, is_hex, out.octets);
   out.alphabet = kest_sms_select_alphabet({out.octets, out.len});
-  kest_log(log_level & KEST_LOG_DEBUG, "%s alphabet: %d\n", log_name,
-           static_cast<int>(out.alphabet));
+  kest_log_debug("%s alphabet: %d\n", log_name, static_cast<int>(out.alphabet));
 }
 
 std::optional<uint16_t> kest_sms_code_text(const char *log_name, kest_gw_alphabet alphabet,
@@ -151,8 +152,8 @@ std::optional<uint16_t> kest_sms_code_text(const char *log_name, kest_gw_alphabe
   uint16_t consumed = 0;
   const int32_t count = kest_sms_convert_utf8_to_userdata(alphabet, text, cut, &consumed, out);
   if (consumed != text.size()) {
-    kest_log(log_level & KEST_LOG_ERROR, "%s cut segment fail segment_len=%d buf_len=%d !!!\n",
-             log_name, consumed, static_cast<int>(text.size()));
+    kest_log_error("%s cut segment fail segment_len=%d buf_len=%d !!!\n", log_name, consumed,
+                   static_cast<int>(text.size()));
     return std::nullopt;
   }
   return static_cast<uint16_t>(count);

@@ -32,14 +32,13 @@ TEST(GsmAlphabet, TablesFollowTheStandard) {
 
 TEST(GsmAlphabet, CodingsInvertTheTables) {
   const std::u16string standard(STANDARD, 128);
-  for (char16_t c = 0; c < 256; ++c) {
+  for (char16_t c = 0; c < 128; ++c) {
     const size_t code = standard.find(c), escaped = ESCAPED.find(c);
-    const gsm_coding expected = code < 128 ? gsm_coding{1, static_cast<uint8_t>(code)}
-                                : escaped < 10
-                                    ? gsm_coding{2, static_cast<uint8_t>(ESCAPED_CODES[escaped])}
-                                    : gsm_coding{0, 0};
-    EXPECT_EQ(kest_gsm_codings[c].septets, expected.septets) << int{c};
-    EXPECT_EQ(kest_gsm_codings[c].code, expected.code) << int{c};
+    const size_t expected = code < 128     ? code
+                            : escaped < 10 ? size_t{ESCAPED_CODES[escaped]} | GSM_ESCAPED
+                                           : GSM_NO_CODE;
+    EXPECT_EQ(kest_gsm_codings[c], expected) << int{c};
+    EXPECT_EQ(kest_gsm_septets(kest_gsm_codings[c]), code < 128 ? 1 : escaped < 10 ? 2 : 0);
   }
 }
 
