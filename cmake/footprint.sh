@@ -58,7 +58,7 @@ stack() {
       largest[name] = deepest[name] = 0 # of a call back
       count = split(calls[name], called, SUBSEP)
       for (i = 2; i <= count; ++i) {
-        if (called[i] == "kest_log") continue
+        if (called[i] ~ /kest_log($|_error|_debug)/) continue
         measure(called[i])
         if (largest[called[i]] > largest[name]) largest[name] = largest[called[i]]
         if (deepest[called[i]] > deepest[name]) deepest[name] = deepest[called[i]]

@@ -4,7 +4,6 @@
 
 #include "octets/bit_writer.h"
 #include "sms/encode/counters.h"
-#include "sms/encode/user_data.h"
 #include "text/septets.h"
 
 namespace {
@@ -31,27 +30,22 @@ struct user_data {
   size_t size; // octets of `payload`
 };
 
-[[nodiscard]] bool code_user_data(std::span<const uint8_t> text, kest_gw_alphabet alphabet,
-                                  user_data &out) {
+void code_user_data(const message_text &text, user_data &out) {
   uint8_t coded[coded_text::extent];
-  const std::optional<uint16_t> count = kest_sms_code_text(
-      "kest_sms_encode_cdma_bearer_data_with_validity", alphabet, text, false, coded_text(coded));
-  if (!count) {
-    return false;
-  }
-  if (alphabet == KEST_GW_ALPHABET_7BIT) {
+  const size_t count = kest_sms_code_text("", text, false, coded_text(coded)).value_or(0);
+  if (text.alphabet == KEST_GW_ALPHABET_7BIT) {
     out.encoding = ENCODING_7BIT_ASCII;
     // Octets of the text, not septets, and only those before a NUL.
-    out.num_fields = strnlen(reinterpret_cast<const char *>(text.data()), text.size());
-    out.size = kest_pack_septets(coded, *count, sizeof out.payload, out.payload);
-    return true;
+    out.num_fields = strnlen(reinterpret_cast<const char *>(text.octets), text.len);
+    out.size =
+        kest_pack_septets(coded, static_cast<uint16_t>(count), sizeof out.payload, out.payload);
+    return;
   }
-  const bool unicode = alphabet == KEST_GW_ALPHABET_UCS2;
+  const bool unicode = text.alphabet == KEST_GW_ALPHABET_UCS2;
   out.encoding = unicode ? ENCODING_UNICODE : ENCODING_OCTET;
-  out.num_fields = unicode ? *count / 2u : *count;
-  out.size = *count;
-  memcpy(out.payload, coded, *count);
-  return true;
+  out.num_fields = unicode ? count / 2 : count;
+  out.size = count;
+  memcpy(out.payload, coded, count);
 }
 
 void put_subparameter(bit_writer &out, uint32_t id, size_t length) {
@@ -76,19 +70,16 @@ void put_user_data(bit_writer &out, const user_data &data) {
 
 } // namespace
 
-uint32_t kest_sms_encode_cdma_bearer_data(std::span<const uint8_t> text, uint32_t status_report,
-                                          kest_gw_alphabet alphabet, uint8_t *bearer,
-                                          uint8_t *bearer_len) {
-  if (text.empty() || text[0] == '\0') {
+uint32_t kest_sms_encode_cdma_bearer_data(const message_text &text, uint32_t status_report,
+                                          uint8_t *bearer, uint8_t *bearer_len) {
+  if (text.len == 0 || text.octets[0] == '\0') {
     *bearer_len = 0;
     return 0;
   }
   bit_writer out{bearer, CDMA_BEARER_DATA_SIZE};
   put_message_identifier(out);
   user_data data;
-  if (!code_user_data(text, alphabet, data)) {
-    return 0;
-  }
+  code_user_data(text, data);
   put_user_data(out, data);
   put_subparameter(out, VALIDITY_PERIOD_RELATIVE, 1);
   put_bits(out, 8, VALIDITY_SEVEN_DAYS);

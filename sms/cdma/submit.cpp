@@ -52,8 +52,8 @@ void put_bearer_reply_option(octet_writer &out) {
 [[nodiscard]] bool put_bearer_data(octet_writer &out, const message_text &text,
                                    uint32_t status_report) {
   uint8_t *const length = out.data + out.pos;
-  const uint32_t written = kest_sms_encode_cdma_bearer_data({text.octets, text.len}, status_report,
-                                                            text.alphabet, length + 1, length);
+  const uint32_t written =
+      kest_sms_encode_cdma_bearer_data(text, status_report, length + 1, length);
   if (written == 0) {
     kest_log_error("%s encode cdma bearer data fail !!!\n", NAME);
     return false;

@@ -67,8 +67,8 @@ void kest_sms_put_coding(octet_writer &out, const message_content &content,
 uint32_t kest_sms_put_user_data(octet_writer &out, const message_content &content,
                                 const message_text &text, uint32_t packing_size) {
   uint8_t coded[coded_text::extent];
-  const std::optional<uint16_t> count = kest_sms_code_text(
-      content.log_name, text.alphabet, {text.octets, text.len}, content.cut, coded_text(coded));
+  const std::optional<uint16_t> count =
+      kest_sms_code_text(content.log_name, text, content.cut, coded_text(coded));
   if (!count) {
     return 0;
   }

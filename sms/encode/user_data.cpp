@@ -130,31 +130,23 @@ kest_gw_alphabet kest_sms_select_alphabet(std::span<const uint8_t> text) {
   return KEST_GW_ALPHABET_7BIT;
 }
 
-int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<const uint8_t> text,
-                                          bool cut, uint16_t *consumed, coded_text out) {
-  const size_t limit = kest_sms_user_data_limit(alphabet, cut);
-  const coded result = alphabet == KEST_GW_ALPHABET_UCS2   ? code_ucs2(text, limit, out)
-                       : alphabet == KEST_GW_ALPHABET_8BIT ? code_8bit(text, limit, out)
-                                                           : code_7bit(text, limit, out);
-  *consumed = static_cast<uint16_t>(cut ? result.read : text.size());
-  return static_cast<int32_t>(result.used);
-}
-
 void kest_sms_take_text(const char *log_name, const char *text, bool is_hex, message_text &out) {
   out.len = kest_sms_read_text(log_name, text, is_hex, out.octets);
   out.alphabet = kest_sms_select_alphabet({out.octets, out.len});
   kest_log_debug("%s alphabet: %d\n", log_name, static_cast<int>(out.alphabet));
 }
 
-std::optional<uint16_t> kest_sms_code_text(const char *log_name, kest_gw_alphabet alphabet,
-                                           std::span<const uint8_t> text, bool cut,
+std::optional<uint16_t> kest_sms_code_text(const char *log_name, const message_text &text, bool cut,
                                            coded_text out) {
-  uint16_t consumed = 0;
-  const int32_t count = kest_sms_convert_utf8_to_userdata(alphabet, text, cut, &consumed, out);
-  if (consumed != text.size()) {
-    kest_log_error("%s cut segment fail segment_len=%d buf_len=%d !!!\n", log_name, consumed,
-                   static_cast<int>(text.size()));
+  const std::span<const uint8_t> octets(text.octets, text.len);
+  const size_t limit = kest_sms_user_data_limit(text.alphabet, cut);
+  const coded result = text.alphabet == KEST_GW_ALPHABET_UCS2   ? code_ucs2(octets, limit, out)
+                       : text.alphabet == KEST_GW_ALPHABET_8BIT ? code_8bit(octets, limit, out)
+                                                                : code_7bit(octets, limit, out);
+  if (cut && result.read != octets.size()) {
+    kest_log_error("%s cut segment fail segment_len=%d buf_len=%d !!!\n", log_name,
+                   static_cast<int>(result.read), text.len);
     return std::nullopt;
   }
-  return static_cast<uint16_t>(count);
+  return static_cast<uint16_t>(result.used);
 }

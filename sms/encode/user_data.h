@@ -26,17 +26,6 @@ uint16_t kest_sms_read_text(const char *log_name, const char *text, bool is_hex,
 // or more, or backtick, decides; control characters do not.
 kest_gw_alphabet kest_sms_select_alphabet(std::span<const uint8_t> text);
 
-// What kest_sms_convert_utf8_to_userdata fills: one septet or octet to an octet.
-using coded_text = std::span<uint8_t, 255>;
-
-// kest_sms_convert_utf8_to_userdata codes `text` up to the limit of a message, or with `cut` of a
-// segment, and returns the septets or octets in `out`. `*consumed`
-// becomes the length of `text`, or with `cut` the bytes that were read: more than `text` has, if a
-// sequence is cut off at its end. Characters of the 7
-// bit alphabet without a code are left out.
-int32_t kest_sms_convert_utf8_to_userdata(kest_gw_alphabet alphabet, std::span<const uint8_t> text,
-                                          bool cut, uint16_t *consumed, coded_text out);
-
 // The text of one message, as the encoders take it in.
 struct message_text {
   uint8_t octets[255];
@@ -47,9 +36,12 @@ struct message_text {
 // kest_sms_take_text reads a host's text and chooses its alphabet. Trace lines carry `log_name`.
 void kest_sms_take_text(const char *log_name, const char *text, bool is_hex, message_text &out);
 
-// kest_sms_code_text codes `text` as kest_sms_convert_utf8_to_userdata does and returns the septets
-// or octets in `out`. With `cut` a text that a segment does not take as a whole, also for a
-// sequence that is cut off at its end, gives nullopt and a line that carries `log_name`. Without
-// `cut` there is always a result, for the coder keeps to the limits of a message.
-std::optional<uint16_t> kest_sms_code_text(const char *log_name, kest_gw_alphabet alphabet,
-                                           std::span<const uint8_t> text, bool cut, coded_text out);
+// Room for a coded text: one septet or octet to an octet.
+using coded_text = std::span<uint8_t, 255>;
+
+// kest_sms_code_text codes `text` up to the limit of a message, or with `cut` of a segment, and
+// returns the septets or octets in `out`. Characters of the 7 bit alphabet without a code are left
+// out. Without `cut` there is always a result. With it, nullopt and a line that carries `log_name`
+// say that the segment does not take the whole text, or that a sequence is cut off at its end.
+std::optional<uint16_t> kest_sms_code_text(const char *log_name, const message_text &text, bool cut,
+                                           coded_text out);
