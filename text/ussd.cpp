@@ -99,7 +99,7 @@ uint32_t kest_decode_septets_to_utf8(const uint8_t *src, uint16_t len, char *dst
   constexpr uint16_t BLOCK = 7 * 16;
   uint8_t codes[BLOCK * 8 / 7];
   heap<void> copy;
-  const size_t room = 2 * size_t{kest_seventh(len * 8u)} + 1;
+  const size_t room = 2 * size_t{kest_seventh(size_t{len} * 8)} + 1;
   const auto *octets = static_cast<const uint8_t *>(kest_keep_apart(src, len, dst, room, copy));
   if (octets == nullptr) {
     return 0;

@@ -40,7 +40,7 @@ sms_outputs decoded(const sms_decoder &d, const pdu &message) {
 // it reads can be sent again, and then reads alike as far as it fits.
 sms_outputs check_back(const sms_decoder &d, const pdu &message, const std::string &number,
                        const std::string &text, bool is_plain, bool all) {
-  const sms_outputs out = decoded(d, message);
+  sms_outputs out = decoded(d, message);
   const bool dialled =
       number.find_first_not_of("0123456789*#", number[0] == '+') == std::string::npos;
   require(!dialled || out.address.data() == number);
