@@ -64,7 +64,8 @@ void set_language_chars(octet_reader content, kest_sms_cb_info &info) {
   if (content.left() >= LANGUAGE_CODE_SIZE) {
     const unsigned low = content.u8();
     info.language_chars[0] = low & 0x7F;
-    info.language_chars[1] = (content.u8() << 1 | low >> 7) & 0x7F;
+    const unsigned high = content.u8();
+    info.language_chars[1] = (high << 1 | low >> 7) & 0x7F;
   }
 }
 
