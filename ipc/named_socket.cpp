@@ -13,8 +13,6 @@
 #include "kest/log.h"
 #include "util/uncancelled.h"
 
-static_assert(offsetof(sockaddr_un, sun_path) == 2 && sizeof(sockaddr_un) == 110);
-
 namespace {
 
 // set_path makes the path of a name, cut to what an address holds. The name counts from the root.

@@ -1,22 +1,9 @@
 #include "kest/ipc.h"
 
-#include <cstddef>
 #include <cstdlib>
 
 #include "util/heap.h"
 #include "util/uncancelled.h"
-
-static_assert(offsetof(orba_queue_node, data) == sizeof(void *) &&
-              offsetof(orba_queue_node, sync) == 2 * sizeof(void *) &&
-              sizeof(orba_queue_node) == 3 * sizeof(void *));
-static_assert(offsetof(orba_queue_sync, cond) == sizeof(pthread_mutex_t) &&
-              offsetof(orba_queue_sync, value) ==
-                  sizeof(pthread_mutex_t) + sizeof(pthread_cond_t) &&
-              offsetof(orba_queue_sync, done) == offsetof(orba_queue_sync, value) + sizeof(void *));
-static_assert(offsetof(orba_queue, cond) == sizeof(pthread_mutex_t) &&
-              offsetof(orba_queue, head) == sizeof(pthread_mutex_t) + sizeof(pthread_cond_t) &&
-              offsetof(orba_queue, tail) == offsetof(orba_queue, head) + sizeof(void *) &&
-              offsetof(orba_queue, count) == offsetof(orba_queue, tail) + sizeof(void *));
 
 // Order of locks: the mutex of a record, then that of a queue or the `in_use` of the record; of two
 // queues the target of a move comes first. A consumer takes those of a record with no queue locked.

@@ -1,7 +1,4 @@
 // log/debug_log.h: what the library's own files need of the debug log beside kest/log.h.
-//
-// The room log/ writes the debug log, hexadecimal dumps and the lines of syslog. It stands on util/
-// alone, and every other room may log. Another front of either log comes in here.
 #pragma once
 #include <cstdint>
 

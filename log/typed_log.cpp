@@ -25,9 +25,6 @@ const char *const level_str[KEST_LOG_LEVELS] = {"EMERG", "ALERT",  "CRIT", "ERR"
 
 const char *const level_fmt_str[KEST_LOG_FORMATS] = {"FUNC_AND_LINE", "TID", "LOG_TYPE"};
 
-static_assert(offsetof(log_type_row, level) == sizeof(void *) &&
-              sizeof(log_type_row) == 2 * sizeof(void *));
-
 namespace {
 
 // Set in the priority of each line; above the facilities of <syslog.h>.

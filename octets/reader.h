@@ -1,8 +1,4 @@
 // octets/reader.h: the one way into octets from outside: messages, pages and answers of cards.
-//
-// The room octets/ reads and writes within bounds: reader.h and writer.h take octets, bit_writer.h
-// takes bits, word.h takes a register at a time. It stands on nothing of this library and knows no
-// format. Whatever would index foreign octets comes in here instead.
 #pragma once
 #include <algorithm>
 #include <cstddef>

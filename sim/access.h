@@ -1,8 +1,5 @@
 // sim/access.h: the access rules of a file, in the three encodings of SIM cards. What is not
 // understood is KEST_SIM_ACCESS_NEVER without a key, or leaves a rule as it was.
-//
-// The room sim/ turns what a card answers to GET RESPONSE into one record. It stands on octets/
-// alone. Other answers of cards come in here, each in a file of its own.
 #pragma once
 #include <cstdint>
 

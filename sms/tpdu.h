@@ -1,9 +1,4 @@
 // sms/tpdu.h: what encoders and decoders of short messages share (3GPP TS 23.040).
-//
-// The room sms/ turns short messages into octets (encode/, cdma/) and back (decode/), cell
-// broadcast included. Its two directions mirror each other file by file and never include each
-// other. It stands on octets/, text/ and log/debug_log. Fields of a TPDU and limits of a message
-// come in here.
 #pragma once
 #include <cstddef>
 #include <cstdint>

@@ -1,14 +1,9 @@
 #include "kest/util.h"
 
-#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 
 #include "util/uncancelled.h"
-
-static_assert(offsetof(ListNode, data) == 4 && offsetof(ListNode, value) == 8 &&
-              offsetof(ListNode, next) == (sizeof(void *) == 8 ? 16 : 12) &&
-              sizeof(ListNode) == (sizeof(void *) == 8 ? 24 : 16));
 
 namespace {
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # records_test.sh LIBRARY FOLDER BITS: compares the prototypes of the exported functions, and the
-# sizes and offsets of records and data, as the debug information and the symbols of the built
-# library tell them, with the lists in FOLDER: functions.txt, and records_BITS.txt where a pointer
-# has BITS bits.
+# sizes and offsets of records and data, with functions.txt and records.txt in FOLDER. They come from
+# the debug information and the symbols of the built library. A row of records.txt is a record and
+# its size, or a field with OFFSET+SIZE; a second value holds where a pointer has 64 bits.
 set -euo pipefail
 library=$1
 folder=$2
@@ -27,12 +27,12 @@ records() {
     record && match($0, /\/\* +[0-9]+ +[0-9]+ \*\//) {
       split(substr($0, RSTART + 2), number, " ")
       sub(/;.*/, "")
-      fields = fields sprintf("\n%s.%s: offset %d, %d octets", record, $NF, number[1], number[2])
+      fields = fields sprintf("\n%s.%s %d+%d", record, $NF, number[1], number[2])
     }
-    record && $2 == "size:" { print record ": " $3 + 0 " octets" fields; record = "" }' |
+    record && $2 == "size:" { print record " " $3 + 0 fields; record = "" }' |
     sort --stable --field-separator=. --key=1,1
-  exported '[BDRGV]' | while read -r name size; do echo "$name: $((16#$size)) octets"; done
+  exported '[BDRGV]' | while read -r name size; do echo "$name $((16#$size))"; done
 }
 
 functions | diff -u "$folder/functions.txt" -
-records | diff -u "$folder/records_$3.txt" -
+records | diff -u <(awk -v bits="$3" '{ print $1, bits == 64 ? $NF : $2 }' "$folder/records.txt") -
