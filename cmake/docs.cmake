@@ -2,19 +2,10 @@
 # headers, in the build's folder reference/. A warning of Doxygen is an error. KEST_BUILD_DOCS makes it
 # part of the build and installs it.
 set(DOCS_OUTPUT ${PROJECT_BINARY_DIR}/reference)
-set(DOCS_DRAWINGS ${DOCS_OUTPUT}/drawings)
-file(MAKE_DIRECTORY ${DOCS_DRAWINGS})
+set(DOCS_DRAWINGS ${PROJECT_SOURCE_DIR}/docs/drawings) # scripts/docs makes them
 file(GLOB_RECURSE pages CONFIGURE_DEPENDS docs/*.md)
-file(GLOB drawings CONFIGURE_DEPENDS docs/drawings/*.dot)
+file(GLOB pictures CONFIGURE_DEPENDS docs/drawings/*.svg)
 file(GLOB headers CONFIGURE_DEPENDS include/kest/*.h)
-
-foreach(drawing ${drawings})
-  get_filename_component(name ${drawing} NAME_WE)
-  list(APPEND pictures ${DOCS_DRAWINGS}/${name}.svg)
-  add_custom_command(OUTPUT ${DOCS_DRAWINGS}/${name}.svg
-    COMMAND dot -Tsvg -o ${DOCS_DRAWINGS}/${name}.svg ${drawing}
-    DEPENDS ${drawing} VERBATIM)
-endforeach()
 
 list(JOIN headers " " DOXYGEN_HEADERS)
 list(JOIN pages " " DOXYGEN_PAGES)
