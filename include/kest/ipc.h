@@ -15,12 +15,13 @@ extern "C" {
 #endif
 
 /// @defgroup kest_queue Work queue between threads
-/// The work queue carries pointers from producer threads to consumer threads, first in, first out,
-/// without a limit to their number. A producer can push and go on, or push with a value and wait
-/// until a consumer is done with the element. Who pops an element owns its `data`, and gives its
-/// node to orba_queue_pop_done exactly once: a node that never gets there is lost, and its pusher
-/// waits forever. Any number of threads may call these functions at once, all but orba_queue_init.
-/// No pointer may be null but `data` and `value`.
+/// The work queue carries pointers from producers to consumers, first in, first out, without a
+/// limit. A producer pushes and goes on, or pushes with a value and waits until a consumer is done.
+/// - A consumer owns the `data` of the element that it pops.
+/// - It must give the node of the element to orba_queue_pop_done exactly once. Otherwise the node
+///   is lost, and its pusher waits forever.
+/// - Only `data` and `value` may be null.
+/// - Any thread may call these functions at any time, all but orba_queue_init.
 /// @{
 
 // The fields of the three records are the queue's own: a host gives the memory of an orba_queue,
@@ -43,8 +44,8 @@ typedef struct orba_queue_node {
   orba_queue_sync *sync;        ///< null if nobody waits for the element
 } orba_queue_node;
 
-/// orba_queue stands in memory of the caller's, who keeps it as long as a thread may use it. Its
-/// fields are the queue's own. There is no function that ends it.
+/// orba_queue is a queue in memory of the caller, who must keep it while a thread may use it. Its
+/// fields are the queue's own. No function ends a queue.
 typedef struct orba_queue {
   pthread_mutex_t mutex; ///< guards the fields below
   pthread_cond_t cond;   ///< elements have arrived
@@ -57,70 +58,63 @@ typedef struct orba_queue {
 KEST_API int32_t orba_queue_init(orba_queue *queue);
 
 /// orba_queue_push appends `data` and wakes one waiting consumer. With a null `value` it returns at
-/// once. Any other `value` reaches the consumer beside `data`, and the call returns after
-/// orba_queue_pop_done for this element; until then the consumer may read and write what it points
-/// to, and the pusher frees it, but in a queue that is flushed. The result is 0; or -1 without
-/// memory, then nothing is queued and `data` and `value` remain the caller's. NOTE: a flush ends
-/// the wait as well, with the result 0, and has freed `value` then. So a value that the pusher
-/// keeps, as a result on its stack, is only for queues that are never flushed. A request to cancel
-/// a pusher that waits (pthread_cancel) takes effect after the wait, for the consumer uses `value`.
+/// once. With any other `value` the call waits for orba_queue_pop_done. Until then the consumer may
+/// use what `value` points to. Afterwards the pusher frees it, unless the queue was flushed.
+/// It returns 0, or -1 if memory runs out; then nothing is queued.
+///
+/// NOTE: a flush ends the wait with the result 0 and frees `value`. So a value on the pusher's
+/// stack is only for queues that are never flushed. A waiting pusher is cancelled (pthread_cancel)
+/// after the wait, for the consumer uses `value`.
 KEST_API int32_t orba_queue_push(orba_queue *queue, void *data, void *value);
 
-/// orba_queue_pop takes the oldest element, waiting for one if there is none. It returns the
-/// element's data and stores its value, null if nobody waits for it, and its node, for
-/// orba_queue_pop_done. A consumer can be cancelled (pthread_cancel) while it waits: it has no
-/// element then, and the queue goes on. NOTE: with glibc on ARM and MIPS such a thread runs its
-/// handlers of `pthread_cleanup_push` in C, but no destructors of C++.
+/// orba_queue_pop takes the oldest element, and waits if there is none. It returns the data of the
+/// element. It stores the value, null if nobody waits for it, and the node. A consumer that is
+/// cancelled (pthread_cancel) while it waits has taken no element. NOTE: with glibc on ARM and MIPS
+/// such a thread runs its handlers of `pthread_cleanup_push` in C, but no destructors of C++.
 KEST_API void *orba_queue_pop(orba_queue *queue, void **value_out, orba_queue_node **node_out);
 
-/// orba_queue_pop_without_cond_wait does so without waiting for an element: on an empty queue the
-/// result is null, and both outputs are untouched. Clear `node_out` before to tell an empty queue
-/// from an element whose data is null.
+/// orba_queue_pop_without_cond_wait pops without waiting. On an empty queue it returns null and
+/// leaves both outputs unchanged. Clear `node_out` first: an element may have null data.
 KEST_API void *orba_queue_pop_without_cond_wait(orba_queue *queue, void **value_out,
                                                 orba_queue_node **node_out);
 
-/// orba_queue_trypop does not wait for the queue's mutex either: while another thread holds it, the
-/// result is that of an empty queue.
+/// orba_queue_trypop pops without waiting even for the mutex: while another thread holds that, the
+/// queue counts as empty.
 KEST_API void *orba_queue_trypop(orba_queue *queue, void **value_out, orba_queue_node **node_out);
 
-/// orba_queue_pop_done ends the work on an element: the node, which a pop gave, is gone with it.
-/// The element's pusher, if it waits, goes on. The call may block for the short time that the
-/// pusher is on its way from its push to its wait.
+/// orba_queue_pop_done ends the work on an element and frees its node. A waiting pusher goes on.
+/// The call may block for a moment, until the pusher waits.
 KEST_API void orba_queue_pop_done(orba_queue_node *node);
 
-/// orba_queue_push_queue moves all elements of `source` behind those of `target`, another queue, in
-/// their order, and wakes one consumer that waits for `target`, however many there are. NOTE:
-/// threads whose moves at the same time form a ring, as two in opposite directions between the same
-/// two queues, can block each other forever.
+/// orba_queue_push_queue appends all elements of `source` to `target`, another queue, in their
+/// order. It wakes one consumer of `target`. NOTE: concurrent moves that form a cycle, such as A to
+/// B and B to A, deadlock.
 KEST_API void orba_queue_push_queue(orba_queue *target, orba_queue *source);
 
-/// orba_queue_flush_without_cond_wait empties the queue. It frees the data and the value of each
-/// element with `free`, so that each has to be a block of its own from `malloc`, or null. Pushers
-/// that wait for one of these elements go on.
+/// orba_queue_flush_without_cond_wait empties the queue. It calls `free` for the data and the value
+/// of each element: each must be a block of its own from `malloc`, or null. Waiting pushers go on.
 KEST_API void orba_queue_flush_without_cond_wait(orba_queue *queue);
 
-/// orba_queue_length returns how many elements there are. It takes no mutex: other threads may have
-/// changed the number by the time that the caller looks at it.
+/// orba_queue_length returns the number of elements. It takes no mutex, so the number may be old.
 KEST_API uint32_t orba_queue_length(const orba_queue *queue);
 
 /// @}
 
 /// @defgroup kest_named_sockets Named local sockets
-/// Named local sockets (AF_UNIX). A name has no leading slash; the socket is the file of that name
-/// under the root directory, whatever the working directory: "run/kest/at" is /run/kest/at. A path
-/// is cut behind its 107th character. All steps and failures are told through log_message (log.h).
-/// `type` goes to `socket` as it is: SOCK_STREAM or SOCK_DGRAM, to which SOCK_CLOEXEC and
-/// SOCK_NONBLOCK may be added. Results are descriptors, which the caller closes, or -1; then no
-/// descriptor stays open, and `errno` has no meaning, but for writen. Any thread may call these
-/// functions.
+/// Named local sockets (AF_UNIX). A name has no leading slash and counts from the root directory:
+/// "run/kest/at" is /run/kest/at. A path is cut after its 107th character. All steps and failures
+/// are logged by log_message (log.h). `type` goes to `socket` as it is: SOCK_STREAM or SOCK_DGRAM,
+/// to which SOCK_CLOEXEC and SOCK_NONBLOCK may be added. Results are descriptors, which the caller
+/// closes, or -1; then no descriptor stays open, and `errno` has no meaning, but for writen. Any
+/// thread may call these functions.
 /// @{
 
-/// writen writes the `n` octets of `buf`, however many calls of `write` that takes, and returns
-/// `n`. Interruptions by signals do not count. Any other failure gives -1, with `errno` as `write`
-/// left it, 0 if that wrote nothing without an error; a part may have been written. An `n` of 0 or
-/// below writes nothing. A writer that a peer holds up is not cancelled; it ends with -1 if the
-/// host shuts the socket down (`shutdown`). NOTE: to write to a peer that has gone raises SIGPIPE,
-/// unless the host ignores it.
+/// writen writes the `n` octets of `buf` by as many calls of `write` as that takes, and returns
+/// `n`. Signals do not interrupt it. It returns -1 on any other failure, with the `errno` of
+/// `write`, or 0 there if `write` wrote nothing without an error. A part may have been written. An
+/// `n` of 0 or below writes nothing. A writer that waits for its peer is not cancelled; `shutdown`
+/// ends it with -1. NOTE: writing to a peer that has gone raises SIGPIPE, unless the host ignores
+/// it.
 KEST_API int32_t writen(int fd, const void *buf, int32_t n);
 
 /// connect_socket_server connects to a socket whose file the process's real user may read.

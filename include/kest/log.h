@@ -59,7 +59,7 @@ extern KEST_API char LOG_FILE_COMPRESSED[];
 KEST_API void kest_log(uint32_t mask, const char *format, ...) KEST_PRINTF(2, 3);
 
 /// orba_kest_log switches kest_log off (0) or on (any other value), for all threads; any of them
-/// may call it. It is on at load.
+/// may call it. It is enabled when the library is loaded.
 KEST_API void orba_kest_log(int32_t enable);
 
 /// kest_format_log_msg formats into `s`, which holds `maxlen` bytes, terminator included. A null

@@ -44,11 +44,11 @@ enum {
 /// kest_sim_access_condition is the access rule of one operation.
 typedef struct kest_sim_access_condition {
   kest_sim_access_method method; ///< KEST_SIM_ACCESS_ALWAYS to KEST_SIM_ACCESS_SINGLE
-  uint64_t mask; ///< bits KEST_SIM_KEY_PIN and so on; of a meaning with AND, OR and SINGLE alone
+  uint64_t mask; ///< bits KEST_SIM_KEY_PIN and so on; meaningful only with AND, OR and SINGLE
 } kest_sim_access_condition;
 
-/// kest_sim_file_type is the structure of an elementary file (EF), which holds data, or tells a
-/// folder: DF or MF.
+/// kest_sim_file_type is the structure of an elementary file (EF), or says that the file is a DF or
+/// the MF.
 typedef uint32_t kest_sim_file_type;
 /// Values of kest_sim_file_type.
 enum {
@@ -59,8 +59,8 @@ enum {
   KEST_SIM_FILE_MF = 4            ///< master file: the root
 };
 
-/// kest_sim_file_info is what is known of a file. Clear it before each call: of what an answer does
-/// not tell, the functions below leave alone what stands there.
+/// kest_sim_file_info describes a file. Clear it before each call: fields that the answer does not
+/// contain are left unchanged.
 typedef struct kest_sim_file_info {
   uint16_t file_size;                   ///< octets; of a 2G MF or DF its free memory
   uint16_t file_id;                     ///< 0x3F00 is the MF
@@ -77,34 +77,37 @@ typedef struct kest_sim_file_info {
 } kest_sim_file_info;
 
 /// kest_decode_sim_get_response_data reads the `length` octets of an answer into `info`. A first
-/// octet 0x62 makes it an FCP template; its objects are taken in the order that the standard gives
-/// them in the answer for an EF, an MF or a DF. The result is 1, also for an answer that is
-/// understood only in part or ends between two objects behind the file identifier; and 0 for an
-/// answer that is cut off elsewhere, for a template that does not begin with a file descriptor, for
-/// a null pointer and for a `length` of 0. `info` then is as it was before. `data` must not lie in
-/// it.
+/// octet 0x62 makes it an FCP template. Its objects are read in the standard's order for an EF, an
+/// MF or a DF.
 ///
-/// Fields of which the answer says nothing keep what the caller put there, so clear the record
-/// before the call. NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS. The
-/// answer for an application (ADF) has its name behind its file identifier, where its rules are not
-/// found then; without an identifier they are, and `file_id` keeps what it held. Put another method
-/// into the five rules before the call, such as KEST_SIM_ACCESS_NEVER.
+/// Returns 1, also if the answer is understood in part or ends between two objects after the file
+/// identifier. Returns 0, with `info` unchanged, for
+/// - an answer that is cut off elsewhere;
+/// - a template that does not begin with a file descriptor;
+/// - a null pointer or a `length` of 0.
 ///
-/// A file descriptor of a 3G answer that names no type leaves `file_type` as it was; the record
-/// fields, and what becomes an MF, then follow from the caller's. Of a 3G file's size the first two
-/// octets are taken.
+/// `data` must not lie in `info`.
+///
+/// NOTE: the five rules of a cleared record read KEST_SIM_ACCESS_ALWAYS. Set another method before
+/// the call, such as KEST_SIM_ACCESS_NEVER: not every answer has rules. An application (ADF) has
+/// its name after its file identifier, and its rules are not found then. Without an identifier they
+/// are found, and `file_id` is unchanged.
+///
+/// NOTE: a file descriptor that names no type leaves `file_type` unchanged. The record fields, and
+/// whether the file becomes the MF, then depend on the caller's value. Only the first two octets of
+/// a 3G file size are read.
 KEST_API int32_t kest_decode_sim_get_response_data(const uint8_t *data, uint16_t length,
                                                    kest_sim_file_info *info);
 
 /// kest_decode_exp_sec_attr reads security attributes in the expanded format (ETSI TS 102 221,
 /// clause 11.1.1.4.7; ISO/IEC 7816-4): the `length` octets of the object 0xAB, without its tag and
-/// length. It replaces the five rules of `info`, which must not be null: an operation without a
-/// rule is KEST_SIM_ACCESS_NEVER. A rule that the end cuts off ends the walk and is not stored.
-/// `data` may be null if `length` is 0.
+/// length. It replaces the five rules of `info`, which must not be null. An operation without a
+/// rule is KEST_SIM_ACCESS_NEVER. A rule that is cut off by the end is not stored. `data` may be
+/// null if `length` is 0.
 ///
-/// NOTE: an access mode that stands for the instruction code of a command (tag 0x84) is read as an
-/// access mode octet, so that it can set the rules of other operations. Of a template of many keys,
-/// ten with a usage qualifier each or seven without, the last ones are left out.
+/// NOTE: a command header (tag 0x84) is read as an access mode octet, so it can set the rules of
+/// other operations. A long template loses its last keys: from ten on with a usage qualifier each,
+/// or from seven on without.
 KEST_API void kest_decode_exp_sec_attr(const uint8_t *data, uint16_t length,
                                        kest_sim_file_info *info);
 

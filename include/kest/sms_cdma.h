@@ -26,18 +26,20 @@ enum {
 /// delivery acknowledgment. Arguments must not overlap.
 ///
 /// A number's digits, '*' and '#' become DTMF codes; a leading '+' is dropped. Any other character
-/// repeats the code before it. Ahead of the first digit it has the code 0, which stands for no
+/// repeats the code before it. Before the first digit it has the code 0, which stands for no
 /// digit; a number that begins with two of them goes out without any digit, but with its count.
 ///
 /// A text is read, put into an alphabet and cut off as that of an SMS-SUBMIT (kest/sms_encode.h).
-/// The octets of the text that `is_hex` tells of are empty if their first one is 00. Each message
-/// with a number and a text takes the next 16-bit identifier of the library: 1 is the first, 65535
-/// is followed by 0. Threads take turns.
+/// With `is_hex`, a text whose first octet is 00 counts as empty. Each message with a number and a
+/// text takes the next 16-bit identifier of the library: 1 is the first, 65535 is followed by 0.
+/// Threads take turns.
 ///
-/// It returns 0, and a line in the debug log says why, if a pointer is null, if the number is
-/// empty, a plus sign alone or has more than 24 characters behind that, or if the text is empty.
-/// Hexadecimal text of more than 255 octets counts as empty. `pdu` holds the message up to there
-/// then.
+/// It returns 0, with a line in the debug log, if
+/// - a pointer is null;
+/// - the number is empty, a plus sign alone, or has more than 24 characters after that;
+/// - the text is empty, as is hexadecimal text of more than 255 octets.
+///
+/// `pdu` then holds the octets before the fault.
 ///
 /// NOTE: text in the GSM 7 bit alphabet goes out as its packed septets under the encoding value of
 /// 7 bit ASCII, and the count ahead of them, NUM_FIELDS, is not that of the septets but of the

@@ -1,43 +1,48 @@
 /// @file
-/// kest/sms_decode.h: short messages and cell broadcast as a modem reports them, taken apart.
+/// kest/sms_decode.h: decoders for short messages and cell broadcast.
 
-/// @defgroup kest_sms_decode Short messages and cell broadcast, taken apart
+/// @defgroup kest_sms_decode Decoders for short messages and cell broadcast
 ///
-/// Of short messages, `pdu` is hexadecimal text with the service-centre field in front (an octet 0
-/// if there is none), at most 510 characters, not null. Octets behind its end read as 0: a short
-/// PDU decodes as if zeros followed, and characters that are no hexadecimal digit count as 0. The
-/// result is 1 for a decoded PDU, and 0 with a line in the debug log for a refused one: for more
-/// than 510 characters, for another TP-MTI (of a DELIVER the reserved value 3 is taken), for a
-/// TP-UDL above 160 septets or 140 octets, and for a header that is longer than the user data.
-/// `userdata` is untouched then; fields that were read before the fault are written all the same.
+/// Input: `pdu` is hexadecimal text, not null, that begins with the service-centre field (an octet
+/// 0 if there is none). Octets after its end read as 0. So do characters that are no digit.
 ///
-/// Outputs belong to the caller and have the sizes below; the capacity is not passed. `smsc`,
-/// `sender`, `destination`, `recipient`, the time stamps and `udh` may be null, and are then
-/// stepped over; no other pointer may be. Clear all of them before the call: `smsc` stays untouched
-/// if the PDU has none, and neither an alphanumeric address (at most 20 codes of the GSM 7 bit
-/// default alphabet, one to a byte) nor a time stamp is terminated. A number is terminated: at most
-/// 20 digits, behind a '+' if it is international. Its semi-octets above 9 are '*', '#', 'c', 'd'
-/// and 'e'. NOTE: a filler in the midst of a number ends its field there, and all that follows is
-/// read from behind it; an address that is stepped over has its whole length.
+/// Result: 1 for a decoded PDU. 0, with a line in the debug log, for
+/// - more than 510 characters;
+/// - another TP-MTI (a DELIVER may have the reserved value 3);
+/// - a TP-UDL above 160 septets or 140 octets;
+/// - a header that is longer than the user data.
 ///
-/// `userdata` receives the message as hexadecimal text of its UTF-8 form, of which 254 octets come
-/// out at most. Each octet of 8 bit data becomes the character of its value. Each 16-bit unit of a
-/// UCS-2 message becomes a character of its own, so that a surrogate pair comes out as two forms of
-/// three bytes; a missing last octet counts as 0. In 7 bit text without any escape the codes 0x5B
-/// to 0x5E, 0x60 and 0x7B to 0x7E come out as the ASCII characters of these values. A code behind
-/// an escape is that of the extension table (3GPP TS 23.038, clause 6.2.1.1), or of the default
-/// alphabet if it has no row there; two escapes are a blank. If a user data header is read and no
-/// valid concatenation element is found in it, the message is no text: `userdata` then receives the
-/// whole PDU again, in lower case. With a null `udh` the header is not read. Compressed text is not
-/// expanded.
+/// `userdata` is unchanged then. Fields before the fault are written.
 ///
-/// A time stamp is the text "YYYY/MM/DD,hh:mm:ss+zz" (3GPP TS 23.040, clause 9.2.3.11), zz being
-/// the zone in quarters of an hour. A year whose tens digit is 9 is 19xx, any other 20xx. The sign
-/// is '-' for zones from -48 to -1 and '+' for all others. No digit is tested: a semi-octet above 9
-/// shows as a letter from a to f.
+/// Outputs
+/// - The caller owns every buffer and must give the size named below; no capacity is passed.
+/// - `smsc`, `sender`, `destination`, `recipient`, the time stamps and `udh` may be null: the field
+///   is skipped. No other pointer may be null.
+/// - Clear every buffer first. `smsc` is unchanged if the PDU has no service centre, and neither a
+///   time stamp nor an alphanumeric address gets a terminator.
+/// - An alphanumeric address is written as up to 20 GSM 7 bit codes, one to a byte.
+/// - A number has at most 20 digits, after a '+' if it is international, and a terminator. Its
+///   semi-octets above 9 are '*', '#', 'c', 'd' and 'e'.
+/// - NOTE: a filler inside a number ends the address field early, so every later field is read from
+///   the wrong octet. An address that is skipped has its whole length.
 ///
-/// Data coding schemes 01xx xxxx, which announce automatic deletion, are read as 7 bit text without
-/// a class. Any thread may call these functions.
+/// Text: `userdata` gets hexadecimal text of at most 254 octets of UTF-8.
+/// - 7 bit: a code after an escape comes from the extension table (3GPP TS 23.038, clause 6.2.1.1),
+///   or from the default alphabet if that has none. Two escapes are a blank. In a text without any
+///   escape the codes 0x5B to 0x5E, 0x60 and 0x7B to 0x7E are the ASCII characters.
+/// - 8 bit: each octet is the character of its value.
+/// - UCS-2: each unit is a character of its own, so a surrogate pair becomes two forms of three
+///   bytes. A missing last octet is 0.
+/// - A header without a valid concatenation element says that the message is no text: `userdata`
+///   gets the whole PDU, in lower case. A null `udh` leaves the header unread.
+/// - Compressed text is not expanded. Schemes 01xx xxxx (automatic deletion) are read as 7 bit text
+///   without a class.
+///
+/// Time: "YYYY/MM/DD,hh:mm:ss+zz" (3GPP TS 23.040, clause 9.2.3.11), where zz is the zone in
+/// quarters of an hour. A year whose tens digit is 9 is 19xx, any other 20xx. The sign is '-' for
+/// zones from -48 to -1, else '+'. A semi-octet above 9 shows as a letter from a to f.
+///
+/// Any thread may call these functions.
 /// @{
 #ifndef KEST_SMS_DECODE_H
 #define KEST_SMS_DECODE_H

@@ -11,22 +11,22 @@
 /// number without digits. A PDU takes 20 digits. NOTE: more are left out, but the length octet of
 /// the address counts them; refuse such a number.
 ///
-/// A text is UTF-8, or hexadecimal text of it if `is_hex` is not 0, of which at most 255 octets
-/// count; longer hexadecimal text counts as empty. Plain ASCII without a backtick goes out in the
-/// GSM 7 bit default alphabet, 160 septets at most, without the control characters that have no
-/// code there; text with a stray byte 0x80 to 0xBF ahead of any longer sequence or backtick as 8
-/// bit data, 140 octets at most, the low 8 bits of each character; everything else as UCS-2, 70
-/// characters at most, where a code point above U+FFFF is cut to its low 16 bits. What exceeds the
-/// limit is left out without a word. A text with characters above U+FFFF arrives whole if the host
-/// hands over each of their two surrogates in its form of three bytes.
+/// Text: UTF-8, or hexadecimal text of it if `is_hex` is not 0. At most 255 octets count; longer
+/// hexadecimal text counts as empty. The first byte of 0x80 or more, or backtick, decides:
+/// - none: GSM 7 bit default alphabet, at most 160 septets, without characters that have no code;
+/// - a stray byte 0x80 to 0xBF: 8 bit data, at most 140 octets, the low 8 bits of each character;
+/// - else: UCS-2, at most 70 characters, each cut to its low 16 bits.
 ///
-/// A text that is longer goes out as a concatenated message (clause 9.2.3.24.8): the host walks it
-/// with kest_sms_get_long_message_segment and encodes segment by segment, with the encoders of
-/// segments at the end of this header or, for a class or a reference of its own, the _detail ones.
+/// Text beyond the limit is dropped silently. To send a character above U+FFFF, hand over each of
+/// its two surrogates as a form of three bytes.
 ///
-/// Number, text, options and `pdu` must not be null and must not overlap. On success the encoders
-/// return the octets in `pdu`, on failure, that is for an empty number or a segment that is too
-/// long, 0 and a line in the debug log; `pdu` then holds the octets ahead of the fault.
+/// A longer text goes out as a concatenated message (clause 9.2.3.24.8). Cut it with
+/// kest_sms_get_long_message_segment and encode each segment, with the encoders at the end of this
+/// header. For a class or a reference of your own take the _detail ones.
+///
+/// Number, text, options and `pdu` must not be null and must not overlap. The encoders return the
+/// octets in `pdu`. For an empty number or a segment that is too long they return 0, with a line in
+/// the debug log; `pdu` then holds the octets before the fault.
 ///
 /// The two counters of the library, for TP-MR and for the reference of concatenated messages, are 0
 /// at load and never saved; 0 follows their highest value. Any thread may call the functions that
@@ -44,10 +44,9 @@
 extern "C" {
 #endif
 
-/// What `pdu` must hold, in octets, whatever the text. `pdu_size` states what it holds, but stops
-/// only the packing of septets, while TP-UDL still counts them all; the other alphabets rely on
-/// this size. NOTE: of the room behind the fields 16 bits count, so that a `pdu_size` that ends
-/// ahead of the text is no limit at all.
+/// The size that `pdu` must have, in octets, whatever the text. `pdu_size` stops only the packing
+/// of septets, and TP-UDL still counts them all. NOTE: the space left for the text is computed
+/// modulo 65536, so a `pdu_size` smaller than the fields before it has no effect.
 enum {
   KEST_SMS_DELIVER_PDU_SIZE = 170, ///< octets of an SMS-DELIVER
   KEST_SMS_SUBMIT_PDU_SIZE = 165   ///< octets of an SMS-SUBMIT
@@ -94,9 +93,9 @@ KEST_API uint32_t kest_sms_encode_gw_submit_pdu_detail(const char *number, const
 
 /// kest_sms_encode_gw_deliver_pdu makes an SMS-DELIVER. `timestamp` is the service-centre time as
 /// the decoders give it, "YYYY/MM/DD,hh:mm:ss+zz" with the zone in quarters of an hour, read by
-/// position. What a null or short text leaves open of TP-SCTS keeps the octets that `pdu` held, and
-/// the zone of a short text follows its last pair of digits. A `reply_path` other than 0 sets
-/// TP-RP.
+/// position. If the text is null or short, the missing octets of TP-SCTS keep their previous
+/// content. The zone of a short text follows its last pair of digits. A `reply_path` other than 0
+/// sets TP-RP.
 KEST_API uint32_t kest_sms_encode_gw_deliver_pdu(const char *number, const char *text,
                                                  const char *timestamp, uint32_t reply_path,
                                                  uint32_t is_hex, uint8_t *pdu, uint32_t pdu_size);

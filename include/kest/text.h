@@ -3,11 +3,11 @@
 
 /// @defgroup kest_text Hexadecimal text, Unicode conversion and USSD strings
 ///
-/// Lengths and capacities are octets, also of 16-bit text, and as wide as their arguments: what a
-/// caller gives beyond that is cut off. Buffers belong to the caller. They must not overlap, but in
-/// kest_convert_ucs2_to_utf8 and the two conversions of USSD strings, which may also work in place:
-/// these then take memory for a copy of `src`, and give 0 with nothing written if there is none.
-/// Only where it is said may a pointer be null. Any thread may call any of these.
+/// Lengths and capacities count octets. Values too large for their parameter type are truncated.
+/// The caller owns the buffers. They must not overlap, except in kest_convert_ucs2_to_utf8 and the
+/// two conversions of USSD strings. These then copy `src`, and return 0 with nothing written if
+/// memory runs out. A pointer may be null only where it is said. Any thread may call these
+/// functions.
 /// @{
 #ifndef KEST_TEXT_H
 #define KEST_TEXT_H

@@ -34,8 +34,8 @@ enum {
   KEST_SMS_CLASS_NONE = 4 ///< the data coding scheme names no class
 };
 
-/// kest_sms_encode_options is what the `_detail` encoders are told beside number and text. The
-/// caller fills all of it; the encoders only read it.
+/// kest_sms_encode_options holds the additional options of the `_detail` encoders, which only read
+/// it. The caller fills all of it.
 typedef struct kest_sms_encode_options {
   uint16_t reference;           ///< of the concatenation header; its low octet is a SUBMIT's TP-MR
   kest_sms_msg_class msg_class; ///< 0 to 3, or KEST_SMS_CLASS_NONE

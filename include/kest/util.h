@@ -29,21 +29,20 @@ typedef struct ListNode {
 /// so and leave the list as it was.
 KEST_API ListNode *InsFront(ListNode *head, uint8_t id, int32_t data, uint8_t value);
 
-/// InsBack puts a new node behind all others. On an empty list it says nothing.
+/// InsBack appends a new node. On an empty list it prints nothing.
 KEST_API ListNode *InsBack(ListNode *head, uint8_t id, int32_t data, uint8_t value);
 
-/// InsPos puts a new node ahead of the one at `position`, counted from 1. At 1 it becomes the head,
-/// also of an empty list, and nothing is said. Any other position without a node is invalid, so
-/// that InsPos cannot append; the list is left as it was.
+/// InsPos puts a new node before the one at `position`, counted from 1. At 1 it becomes the head,
+/// also of an empty list, and nothing is printed. Any other position without a node is invalid, so
+/// InsPos can't append; the list is unchanged.
 KEST_API ListNode *InsPos(ListNode *head, uint8_t id, int32_t data, uint8_t value,
                           int32_t position);
 
-/// DelNode removes and frees the first node with this `id`. It says something only if there is
-/// none.
+/// DelNode removes and frees the first node with this `id`. It prints only if there is none.
 KEST_API ListNode *DelNode(ListNode *head, uint8_t id);
 
-/// DelNodeByData removes and frees the first node with this `data`. It says something only if there
-/// is none.
+/// DelNodeByData removes and frees the first node with this `data`. It prints only if there is
+/// none.
 KEST_API ListNode *DelNodeByData(ListNode *head, int32_t data);
 
 /// @}
@@ -52,23 +51,26 @@ KEST_API ListNode *DelNodeByData(ListNode *head, int32_t data);
 /// None of them keeps a state; any thread may call them.
 /// @{
 
-/// kest_get_pid_by_name returns the id of the first process, in the order of /proc, whose own name
-/// contains `name`, which must not be null. That is the first argument of its command line, of
-/// which 511 octets count, up to a line feed. The calling process counts as well; one whose command
-/// line is empty or can't be read does not. An empty `name` finds any that counts. The result is -1
-/// if /proc can't be opened and -2 if there is no such process.
+/// kest_get_pid_by_name returns the id of the first process, in the order of /proc, whose name
+/// contains `name`, which must not be null. The name is the first argument of its command line:
+/// only its first 511 octets, or those before a line feed, are searched. The calling process counts
+/// too; one without a command line does not. An empty `name` finds any. Returns -1 if /proc can't
+/// be opened, and -2 if there is no such process.
 KEST_API int32_t kest_get_pid_by_name(const char *name);
 
 /// kest_remove_quotation_mark stores what stands between the first two double quotes of `str` in
 /// `out`, in a new block that the caller frees with `free`, and returns how many octets that is.
-/// Only blanks (0x20) may stand ahead of the first quote; what follows the second is not looked at.
-/// It tells of lengths and text on standard output.
+/// Only blanks (0x20) may precede the first quote; what follows the second is ignored. It prints
+/// the length and the text to standard output.
 ///
-/// The result is 0 with a null `*out` for a null or empty `str`, for another character ahead of the
-/// first quote and without memory, and 0 with a block, which is to be freed, for an empty quotation
-/// and for blanks alone. A null `out` gives 0. NOTE: the text ends in a NUL only if there is a
-/// second quote; without one all that follows the first is taken, and only the result says how much
-/// that is.
+/// Returns 0
+/// - with a null `*out` for a null or empty `str`, another character before the first quote, or if
+///   memory runs out;
+/// - with a block, which the caller must free, for an empty quotation and for blanks alone;
+/// - for a null `out`.
+///
+/// NOTE: the text ends in a NUL only if there is a second quote. Without one all that follows the
+/// first is taken, and only the result gives its length.
 KEST_API int32_t kest_remove_quotation_mark(const char *str, char **out);
 
 /// convert_2s_complement_to_int reads the low 8 bits of `value` as a signed field of six bits: 0 to
