@@ -28,7 +28,7 @@ static void fill_text(size_t size) {
 
 static void fill_text_ucs2(size_t characters) {
   for (size_t i = 0; i < characters; ++i) {
-    strcat(text, HAN);
+    memcpy(text + i * strlen(HAN), HAN, strlen(HAN));
   }
 }
 
@@ -92,12 +92,12 @@ static const struct {
 };
 
 int main(int argc, char **argv) {
-  const size_t job = argc == 3 ? (size_t)atoi(argv[1]) : SIZE_MAX;
+  const size_t job = argc == 3 ? strtoul(argv[1], NULL, 10) : SIZE_MAX;
   if (job >= sizeof JOBS / sizeof *JOBS) {
     return 1;
   }
   JOBS[job].prepare();
-  for (int calls = atoi(argv[2]); calls > 0; --calls) {
+  for (unsigned long calls = strtoul(argv[2], NULL, 10); calls > 0; --calls) {
     JOBS[job].call();
   }
   fprintf(stderr, "%s\n", JOBS[job].name);

@@ -186,8 +186,8 @@ KEST_API void log_type_clr(uint32_t n);
 /// log_type_toggle flips bit `n` of _log_types.
 KEST_API void log_type_toggle(uint32_t n);
 
-/// log_fmt_is_set tests bit `n` of _log_fmts, and returns 1 or 0. Formats have no say in what
-/// _tulp_pr writes: they are the host's own switches.
+/// log_fmt_is_set returns bit `n` of _log_fmts. _tulp_pr ignores the formats: they are switches for
+/// the host alone.
 KEST_API int32_t log_fmt_is_set(uint32_t n);
 
 /// log_fmt_set sets bit `n` of _log_fmts.
