@@ -31,7 +31,7 @@ constexpr aim AIMS[] = {
     {"encode SUBMIT, 160 septets", 1.5, UNIT},
     {"encode SUBMIT, 70 UCS-2 characters", 1, UNIT},
     {"decode DELIVER, 160 septets", 2.5, UNIT},
-    {"decode DELIVER, 67 UCS-2 characters behind a header", 2.5, UNIT},
+    {"decode DELIVER, 67 UCS-2 characters after a header", 2.5, UNIT},
     {"decode STATUS-REPORT", 0.8, UNIT},
     {"3G GET RESPONSE answer, rules by reference", 0.3, UNIT},
     {"queue, push and pop on one thread", 1.5, "system: two locks, one malloc"},

@@ -15,7 +15,7 @@ std::function<void()> remove_quotation(size_t size) {
   };
 }
 
-// insert_back inserts behind `count` nodes, and deletes that node again.
+// insert_back appends to `count` nodes, and deletes that node again.
 std::function<void()> insert_back(size_t count) {
   ListNode *head = nullptr;
   for (size_t i = 0; i < count; ++i) {

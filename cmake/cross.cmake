@@ -1,7 +1,7 @@
 # cross.cmake: a build for Debian on another processor, with the compiler of the GNU triplet TARGET.
-# The tests run under QEMU. Packages of headers alone (JSON, the command line) are the build
-# machine's: they stand in /usr/include, where Debian's cross compilers look behind all folders of
-# their target, and so CMake does not name it once more. Its libraries are not found.
+# The tests run under QEMU. Packages of headers alone (JSON, the command line) come from the build
+# machine's /usr/include. Debian's cross compilers search that last, so CMake must not name it again.
+# Libraries there are not found.
 string(REGEX MATCH "^[a-z]+" CMAKE_SYSTEM_PROCESSOR ${TARGET})
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_C_COMPILER ${TARGET}-gcc)

@@ -68,12 +68,13 @@ constexpr word spread(word octets) {
   return (octets | octets << 8) & every_unit(0x00FF);
 }
 
-// is_ascii tells whether all octets of `octets` are below 0x80.
+// is_ascii returns whether all octets of `octets` are below 0x80.
 constexpr bool is_ascii(word octets) {
   return (octets & every_octet(0x80)) == 0;
 }
 
-// is_ascii_without tells whether all of them are, and none is `octet`, which is below 0x80 itself.
+// is_ascii_without returns whether all of them are, and none is `octet`, which is below 0x80
+// itself.
 constexpr bool is_ascii_without(word octets, uint8_t octet) {
   // An octet that is `octet` is 0 here, and one less than 0 has its bit 7 set. What that takes from
   // the octet above counts for nothing more: the word is refused.

@@ -23,7 +23,7 @@ need_packages() {
 
 BUILD_PACKAGES=(cmake g++ ninja-build libcli11-dev nlohmann-json3-dev)
 
-# configure PRESET: does no more than that, and tells of it only if it fails.
+# configure PRESET: configures, and prints only if that fails.
 configure() {
   mkdir -p build
   if ! cmake --preset "$1" >"build/$1.log" 2>&1; then
@@ -32,7 +32,7 @@ configure() {
   fi
 }
 
-# build PRESET OPTION...: configures with the options and builds; tells of it only if that fails.
+# build PRESET OPTION...: configures with the options and builds; prints only if that fails.
 build() {
   local preset=$1
   shift

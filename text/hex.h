@@ -7,8 +7,8 @@
 #include "kest/text.h"
 #include "log/debug_log.h"
 
-// kest_hex_to_octets is kest_hexstring_to_binary with a result that tells a refusal (nullopt) from
-// an empty text (0). `octets` holds at most 65535.
+// kest_hex_to_octets is kest_hexstring_to_binary with a result that separates a refusal (nullopt)
+// from an empty text (0). `octets` holds at most 65535.
 std::optional<uint16_t> kest_hex_to_octets(const char *str, std::span<uint8_t> octets);
 
 // plain_hex_digit returns the digit of `value`; `ten` is the one of 10, in either case. There is no

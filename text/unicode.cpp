@@ -28,7 +28,7 @@ bool is_surrogate(uint32_t value) {
 
 // (What is always inlined below would otherwise be called for each character of a text.)
 
-// A character, and the bytes or units that it takes. The length of what is none is 0.
+// A character, and the bytes or units that it takes; length 0 if there is none.
 struct character {
   uint32_t code_point;
   unsigned length;
@@ -88,7 +88,7 @@ inline size_t put(uint32_t code_point, uint16_t *dst, size_t room) {
   return 2;
 }
 
-// is_pair tells whether two units are the surrogates of one character.
+// is_pair returns whether two units are the surrogates of one character.
 bool is_pair(uint32_t first, uint32_t second) {
   return is_high_surrogate(first) && is_low_surrogate(second);
 }

@@ -1,5 +1,5 @@
 // text/ussd.h: the 7 bit way of USSD strings, below kest/text.h. It knows no extension characters:
-// an escape is a blank, and the code behind it an ordinary one. Nothing here allocates or logs.
+// an escape is a blank, and the code after it an ordinary one. Nothing here allocates or logs.
 #pragma once
 #include <cstdint>
 

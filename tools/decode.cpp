@@ -37,7 +37,7 @@ size_t tpdu_offset(const std::vector<uint8_t> &octets) {
 unsigned message_type(const std::vector<uint8_t> &octets) {
   const size_t offset = tpdu_offset(octets);
   if (offset >= octets.size()) {
-    throw command_failure("the PDU ends ahead of its first octet");
+    throw command_failure("the PDU ends before its first octet");
   }
   return octets[offset] & 3u;
 }
@@ -61,13 +61,13 @@ bool is_text(const decoded_message &message, uint8_t first_octet) {
   return (first_octet & TP_UDHI) == 0 || message.udh.total != 0;
 }
 
-// require_status refuses a report that ends ahead of TP-ST: the library reads what is not there as
+// require_status refuses a report that ends before TP-ST: the library reads what is not there as
 // 0, which as a status means that the message came through.
 void require_status(const std::vector<uint8_t> &octets, size_t address) {
   constexpr size_t STAMPS_SIZE = 14;
   if (address >= octets.size() ||
       address + 2 + (octets[address] + 1u) / 2 + STAMPS_SIZE >= octets.size()) {
-    throw command_failure("the PDU ends ahead of its status");
+    throw command_failure("the PDU ends before its status");
   }
 }
 

@@ -53,5 +53,5 @@ kest_sms_encode_options detail_options(const gw_options &options, const segment 
 using segment_encoder = std::function<uint32_t(const segment &part, std::span<uint8_t> pdu)>;
 
 // encode_segments writes a message of the kind `type` segment by segment, each with its
-// service-centre field, and warns if a receiver reads another text than the one that was asked for.
+// service-centre field. It warns if a receiver will read another text.
 void encode_segments(const gw_options &options, const char *type, const segment_encoder &encode);

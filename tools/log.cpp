@@ -72,7 +72,7 @@ public:
     }
   }
 
-  // end_file prints what is held: nothing comes behind it any more.
+  // end_file prints what is held: nothing comes after it any more.
   void end_file() {
     if (!held_.empty()) {
       print_held();
@@ -133,10 +133,10 @@ void read_on(int file, record_reader &reader) {
   reader.read_rest(file);
 }
 
-// follow prints the records that there are and those that come, whatever file has the name: the
-// library renames one that has grown enough, and opens another with its next line. The name is
-// looked up first and the open file read then, so that a file which has lost its name is read to
-// its end; and while it is open, its inode number is not given to another.
+// follow prints the records that there are and those that come. The library renames a file that has
+// grown enough, and opens another with its next line. The name is looked up before the open file is
+// read, so that a file that has lost its name is read to its end. While it is open, its inode
+// number is not given to another.
 [[noreturn]] void follow(const log_options &options) {
   constexpr int LOOK_EVERY = 100; // milliseconds
   record_reader reader(options);

@@ -6,7 +6,7 @@
 
 namespace {
 
-// name_at returns the name of `value`, or `other` behind the end of the table.
+// name_at returns the name of `value`, or `other` after the end of the table.
 template <size_t size>
 const char *name_at(const char *const (&names)[size], unsigned value, const char *other) {
   return value < size ? names[value] : other;

@@ -51,7 +51,7 @@ public:
   // The title stands above the readable form; `head` are the first fields of the object.
   explicit view(const std::string &title, nlohmann::ordered_json head = {});
 
-  // add appends a field. The readable form shows it behind `label`, of at most 14 characters, as
+  // add appends a field. The readable form shows it after `label`, of at most 14 characters, as
   // `shown`, or as it is if that is empty, made printable.
   void add(const char *key, const char *label, const nlohmann::ordered_json &value,
            std::string shown = "");

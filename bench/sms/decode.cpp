@@ -27,7 +27,7 @@ std::string deliver(const std::string &text) {
   return std::string(SERVICE_CENTRE) + hex;
 }
 
-// ucs2_segment returns segment 1 of 2, as networks send it: 67 characters behind a header with an 8
+// ucs2_segment returns segment 1 of 2, as networks send it: 67 characters after a header with an 8
 // bit reference.
 std::string ucs2_segment() {
   return compact("07919461009122F9 44 0D91945111325476F8 00 08 62113260609340 8C 050003A70201") +
@@ -84,7 +84,7 @@ void measure_sms_decode(measured &out) {
   out.jobs.push_back(
       {"decode DELIVER, 160 septets", decode_deliver(deliver(repeated(ENGLISH, 160)))});
   out.jobs.push_back(
-      {"decode DELIVER, 67 UCS-2 characters behind a header", decode_deliver(ucs2_segment())});
+      {"decode DELIVER, 67 UCS-2 characters after a header", decode_deliver(ucs2_segment())});
   out.jobs.push_back({"decode STATUS-REPORT", decode_report()});
   out.jobs.push_back(
       {"decode cell broadcast, 15 pages, 7 bit", decode_warning(warning(15, DCS_7BIT))});

@@ -19,7 +19,7 @@ utf16 to_units(const std::string &text, uint16_t limit) {
   return units;
 }
 
-// to_utf8 also takes the octets of the units with half a unit behind them.
+// to_utf8 also takes the octets of the units and half a unit after them.
 std::string to_utf8(const utf16 &units, size_t odd) {
   const size_t octets = 2 * units.size() + odd;
   std::vector<char> text(octets * 3 / 2 + 1, '~');

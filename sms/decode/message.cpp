@@ -13,7 +13,7 @@
 
 namespace {
 
-// Where the text stands in the user data: septets or octets, and for septets the fill bits ahead of
+// Where the text stands in the user data: septets or octets, and for septets the fill bits before
 // them, which bring the header to a septet boundary.
 struct text_extent {
   uint16_t count;

@@ -5,10 +5,10 @@
 
 #include "kest/types.h"
 
-// kest_convert_userdata_to_utf8 converts `src`, which holds one GSM code or one 8 bit character to
-// an octet, or 16-bit units with the high octet first (a missing last octet counts as 0), and
-// returns the octets that it wrote to `dst`: less than `dst` holds. It ends at the first character
-// without room. No terminator is written.
+// kest_convert_userdata_to_utf8 converts `src` and returns the octets that it wrote to `dst`: less
+// than `dst` holds. It ends at the first character without room, and writes no terminator. An octet
+// of `src` is a GSM code or an 8 bit character. A 16-bit unit has its high octet first; a missing
+// last octet counts as 0.
 //
 // One escape anywhere in 7 bit text decides how nine codes of the whole text read: as in the
 // default alphabet, otherwise as ASCII. A code after an escape that has no extension character

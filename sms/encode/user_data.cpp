@@ -80,7 +80,7 @@ coded code_7bit(std::span<const uint8_t> text, size_t limit, coded_text out) {
 
 constexpr uint8_t BACKTICK = '`'; // the one printable ASCII character without a code
 
-// undecided_words returns the octets of the whole words ahead of the first that holds a byte that
+// undecided_words returns the octets of the whole words before the first that holds a byte that
 // decides the alphabet.
 size_t undecided_words(std::span<const uint8_t> text) {
   size_t size = 0;

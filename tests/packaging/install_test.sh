@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
-# install_test.sh BUILD VERSION CC TOOLCHAIN [EMULATOR...]: installs what was built in the folder BUILD
-# into an empty prefix, and builds and runs a host from it twice, which knows nothing of the sources:
-# through pkg-config, with the compiler CC, and through find_package, with the toolchain file TOOLCHAIN
-# ("" for none).
+# install_test.sh BUILD VERSION CC TOOLCHAIN [EMULATOR...]: installs the folder BUILD into an empty
+# prefix. It builds and runs a host from there twice: through pkg-config with the compiler CC, and
+# through find_package with the toolchain file TOOLCHAIN ("" for none).
 set -euo pipefail
 build=$1
 version=$2

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# outer_test.sh WAY SUFFIX [SWITCH...]: a project takes the library in as a folder, in that WAY and with
-# the SWITCHes of CMake, builds a host with it and runs it. The library's file ends in SUFFIX.
+# outer_test.sh WAY SUFFIX [SWITCH...]: a project takes the library in by that WAY of CMake and with
+# the SWITCHes. It builds a host with it and runs it. The library's file ends in SUFFIX.
 # Installing that project installs nothing of the library.
 set -euo pipefail
 tests=$(readlink -f "$(dirname "$0")/..")

@@ -13,7 +13,7 @@ tests=$(dirname "$(readlink -f "$0")")/..
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 
-packaged() { # packaged OPTION...: dpkg below the root; tells of it only if that fails
+packaged() { # packaged OPTION...: dpkg below the root; prints only if that fails
   dpkg --root="$root" --force-script-chrootless "$@" >"$root/log" 2>&1 || { cat "$root/log"; return 1; }
 }
 

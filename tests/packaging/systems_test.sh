@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # systems_test.sh SYSTEM LINK CC TOOLCHAIN: builds the library as SYSTEM (buildroot, openwrt or yocto)
-# does, which makes images of devices: with the switches that it gives to any project, and those of
-# the recipe in docs/packaging.md. Installs it into an image, and builds and runs hosts there with
-# CC. LINK is shared or static. TOOLCHAIN is the toolchain file of the compilers, "" for none.
+# does, with its switches and those of the recipe in docs/packaging.md. It installs into an image, and
+# builds and runs hosts there with CC. LINK is shared or static. TOOLCHAIN is the toolchain file of the compilers, "" for none.
 set -euo pipefail
 system=$1
 link=$2

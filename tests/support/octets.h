@@ -64,7 +64,7 @@ bool same_octets(const record &a, const record &b) {
 }
 
 // exact_text is `text` in a heap block of its size and a terminator, so that the address sanitizer
-// sees the first byte that is read behind it.
+// sees the first byte that is read after it.
 inline std::unique_ptr<char[]> exact_text(const std::string &text) {
   auto block = std::make_unique<char[]>(text.size() + 1);
   memcpy(block.get(), text.c_str(), text.size() + 1);

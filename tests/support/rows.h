@@ -1,8 +1,10 @@
-// tests/support/rows.h: calls as the rows of a table. A row has in "calls" lists of a name and its
-// arguments, in "gives" their results, in "prints" what stands on standard output then, and in
-// "asks" what the library asks of the system (see system_calls.h). Its "failing", "writing" and
-// "mallocs" make that fail. Calls in "given" come ahead and are not looked at. "@" is a folder of
-// the row's own, without its first slash; the text of its path has 16 characters.
+// tests/support/rows.h: calls as the rows of a table. "@" is a folder of the row, without its first
+// slash: 16 characters.
+// - "calls": lists of a name and its arguments; "gives": their results
+// - "prints": what standard output has then
+// - "asks": what the library asks of the system (see system_calls.h)
+// - "failing", "writing", "mallocs": make that fail
+// - "given": calls before these, which are not checked
 #pragma once
 #include <functional>
 #include <map>

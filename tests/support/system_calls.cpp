@@ -22,7 +22,7 @@ system_calls *watch = nullptr; // tests with threads have none
 const std::map<std::string, int> ERRORS = {
     {"EACCES", EACCES}, {"EINPROGRESS", EINPROGRESS}, {"EMFILE", EMFILE}};
 
-// fails writes down a call and tells whether it is to fail.
+// fails records a call and returns whether it must fail.
 template <class... argument>
 bool fails(const char *name, const argument &...arguments) {
   if (watch == nullptr) {

@@ -24,7 +24,7 @@ struct system_calls {
   system_calls &operator=(const system_calls &) = delete;
 };
 
-// Called ahead of each pthread_cond_signal, if set.
+// Called before each pthread_cond_signal, if set.
 extern std::function<void(pthread_cond_t *)> before_signal;
 
 // How many descriptors the process has open.

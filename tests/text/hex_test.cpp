@@ -15,7 +15,7 @@ TEST(Hex, EveryCharacterHasItsValue) {
   }
 }
 
-// All of the destination is written, or with a null "dst" nothing, and a line tells of it. Digits
+// All of the destination is written, or with a null "dst" nothing, and a line is logged. Digits
 // that may log take another way than those that don't.
 TEST(Hex, StringsConvertOrAreRefused) {
   for (const json &row : vectors("text/hex")) {

@@ -75,7 +75,7 @@ TEST(Unicode, EveryCodePointCrossesBothWays) {
 }
 
 // Words of ASCII and of two-byte sequences cross at once. Whatever stands beside them, and wherever
-// room ends or a byte is bad, what comes out are the characters ahead of that.
+// room ends or a byte is bad, what comes out are the characters before that.
 TEST(Unicode, TextsCrossAsTheirCharacters) {
   const char *const characters[] = {"a", "\u00E9", "\u0436", "\u0905", "\u6211", "\U0001F600"};
   uint32_t state = 1;
@@ -93,7 +93,7 @@ TEST(Unicode, TextsCrossAsTheirCharacters) {
         ends.emplace_back(text.size(), all.size());
       }
     }
-    all.shrink_to_fit(); // the address sanitizer sees a unit read behind it
+    all.shrink_to_fit(); // the address sanitizer sees a unit read after it
     ASSERT_EQ(to_ucs2(text, static_cast<uint16_t>(2 * all.size())), all);
     ASSERT_EQ(to_utf8(all), text);
     for (size_t i = 0; i + 1 < ends.size(); ++i) {

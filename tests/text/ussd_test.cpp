@@ -99,7 +99,7 @@ octet_string some_octets(size_t count) {
   return octets;
 }
 
-// The way of a scheme: 7 is septets, c a copy, u UCS-2, k UCS-2 behind a language, - refused. A row
+// The way of a scheme: 7 is septets, c a copy, u UCS-2, k UCS-2 after a language, - refused. A row
 // has four schemes to a character; of group 1, the first two differ.
 char way_of(int dcs) {
   constexpr const char *WAYS[] = {"7777", "----", "7777", "7777", "7cu-", "7cu-", "7cu-", "7cu-",

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # kest_test.sh KEST...: the host program as its users call it. Output, errors and exit statuses.
-# KEST is a command: an emulator may stand ahead of the program.
+# KEST is a command: an emulator may precede the program.
 set -uo pipefail
 kest=("$@")
 tools=$(dirname "$0")/../../tools
@@ -126,7 +126,7 @@ page=$(printf '20AC%.0s' {1..41})52
 expect 1 "{\"form\":\"UMTS\",$number,\"pages\":11,\"text\":null}" 'kest: line 2: the library refuses this message' \
   cb --json - < <(printf '0100324011480B'; printf "$page%.0s" {1..11}; printf '\n0100324011480B'; printf "$page%.0s" {1..10})
 
-# What a card tells of a file.
+# What a card says about a file.
 expect 0 $'SIM file\n  file           6F3C\n  type           linear fixed EF\n  size           140 octets
   records        5 of 28 octets\n  access rules   record 2 of file 6F06' \
   '' sim 621E82054221001C0583026F3CA5038001718A01058B036F06028002008C8800
@@ -138,8 +138,8 @@ expect 0 '{"file":"6F07","type":"DF"}' '' sim --json 62088202382183026F07
 
 # Errors of the work: status 1. Bad usage: status 2. Nothing on standard output.
 expect 1 '' 'refuses this SUBMIT' decode 0001000181F100048D
-expect 1 '' 'ends ahead of its status' decode 0002
-expect 1 '' 'ends ahead of its status' decode ${report%41}
+expect 1 '' 'ends before its status' decode 0002
+expect 1 '' 'ends before its status' decode ${report%41}
 expect 1 '' 'refuses this STATUS-REPORT' decode ${report}04A1
 expect 1 '' 'no SUBMIT' decode --direction sent $report
 expect 1 '' 'no message has 5 octets' cb 4011003211
@@ -203,7 +203,7 @@ coloured '{"dcs":15,"text":"hello"}' xterm '' 'ussd --json E8329BFD06'
   fail 'no such object in the log'
 
 # A followed log, its records 1 to 6, complemented. It is not there at first; a record waits for its
-# end; one that never gets it comes ahead of the rotation; the new file is truncated.
+# end; one that never gets it comes before the rotation; the new file is truncated.
 await() { # await LINES FILE: waits until that is what the file holds
   timeout 60 bash -c 'until [ "$(cat "$1")" = "$0" ]; do sleep 0.1; done' "$1" "$2" ||
     fail "$(basename "$2") has '$(cat "$2")' and not '$1'"
@@ -225,7 +225,7 @@ wait $! 2>/dev/null
 timeout 60 "${kest[@]}" log -f --json "$live" 2>/dev/null | grep -m1 -q '"text":"6"'
 [[ ${PIPESTATUS[*]} =~ ^(1|141)\ 0$ ]] || fail 'log -f does not end with its reader'
 
-# Completion offers what --help tells. `-o default` stands for file names.
+# Completion offers what --help shows. `-o default` stands for file names.
 kest() { "${kest[@]}" "$@"; }
 compopt() { asked=$*; }
 # shellcheck source=tools/completion/kest

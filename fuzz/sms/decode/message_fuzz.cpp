@@ -1,7 +1,8 @@
 // Any text to the decoders of DELIVER, SUBMIT and STATUS-REPORT. Bits of an input's first byte
-// choose whether the rest is the text itself (0) or octets to be written as hexadecimal text,
-// whether the header is left alone, whether the outputs that may be null are, and whether trace
-// lines are made.
+// choose
+// - whether the rest is the text itself (0), or octets to be written as hexadecimal text;
+// - whether the header is left alone, and whether outputs that may be null are;
+// - whether trace lines are made.
 #include "fuzz/require.h"
 #include "kest/log.h"
 #include "tests/support/octets.h"
