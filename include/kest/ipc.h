@@ -154,17 +154,19 @@ enum {
 };
 
 /// usock opens a socket for a host and a service, as `getaddrinfo` takes them; one of the two may
-/// be null. Of their addresses it takes the first that can be bound or connected; only those of
-/// families that the machine has configured count (AI_ADDRCONFIG). With USOCK_FLAG_LOCAL_PATH
-/// `host` is a path of 1 to 107 characters, taken as it is and not null, and `service` and the
-/// flags of addresses do not count; a server fails if the file is there already.
+/// be null. It takes the first of their addresses that can be bound or connected. Only families
+/// that the machine has configured count (AI_ADDRCONFIG).
 ///
-/// The result is a descriptor, which the caller closes, or -1. `errno` then tells why the last step
-/// failed, EINVAL for a path too long, unless the names did not resolve. Any thread may call it.
+/// With USOCK_FLAG_LOCAL_PATH `host` is a path of 1 to 107 characters, not null. `service` and the
+/// flags of addresses are ignored. A server fails if the file exists.
 ///
-/// NOTE: A client connects blocking, also with USOCK_FLAG_NONBLOCKING, and FD_CLOEXEC comes last: a
-/// child that is made meanwhile inherits the descriptor. For a datagram client any address will do,
-/// whether a server is there or not; name a host or a family where both are possible.
+/// Returns a descriptor, which the caller closes, or -1. Then `errno` has the fault of the last
+/// step, EINVAL for a path that is too long; it has no meaning if the names did not resolve. Any
+/// thread may call it.
+///
+/// NOTE: a client connects blocking, even with USOCK_FLAG_NONBLOCKING. FD_CLOEXEC is set last, so a
+/// child that is made before inherits the descriptor. A datagram client takes any address, with or
+/// without a server; name a host or a family where both are possible.
 KEST_API int usock(uint32_t flags, const char *host, const char *service);
 
 /// @}

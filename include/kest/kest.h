@@ -26,8 +26,9 @@
 /// Processes that fork
 /// - A child may log at once, although other threads of its parent were logging. For that, `fork`
 ///   waits until the lines that these are writing are out.
-/// - The C library has locks of its own, which a child may find taken if the host's own threads use
-///   them: of the time zone (localtime) and the system log, and with musl of standard output.
+/// - The C library has locks of its own: of the time zone (localtime), the system log, and with
+/// musl
+///   standard output. A child may find them taken if threads of the host use them.
 /// - Neither a signal handler nor a handler of `pthread_atfork` calls the library, and no signal
 ///   handler calls `fork`: it may have interrupted a line.
 /// - A host that loads the library at run time (dlopen) registers its handlers of `pthread_atfork`

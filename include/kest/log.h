@@ -5,7 +5,7 @@
 /// @defgroup kest_debug_log Debug file log
 /// The library's conversion and message functions write their trace and error lines through
 /// kest_log. Each line is one record of the file LOG_FILE: "YYYY/MM/DD hh:mm:ss, pid:NNNNN, " in
-/// local time and the text, every byte complemented, then one plain line feed.
+/// local time, and the text. Every byte is complemented; a plain line feed follows.
 ///
 /// The host program defines four symbols: log_level, LOG_FILE, LOG_FILE_MAX_SIZE and
 /// LOG_FILE_COMPRESSED. They are read at every use and under no lock: a change takes effect with
@@ -41,7 +41,7 @@ extern KEST_API uint32_t log_level;
 /// counts as a file that can't be opened. The host defines it.
 extern KEST_API char LOG_FILE[];
 
-/// Octets: a file that is larger becomes LOG_FILE + ".1" ahead of the next line. The host defines
+/// Octets: a file that is larger becomes LOG_FILE + ".1" before the next line. The host defines
 /// it.
 extern KEST_API uint32_t LOG_FILE_MAX_SIZE;
 
@@ -207,10 +207,9 @@ KEST_API int32_t log_type_level_is(uint32_t type, int32_t *level_out);
 /// for a level outside 0 to 7; then nothing changes.
 KEST_API int32_t log_type_level_set(uint32_t type, int32_t level);
 
-/// get_log_fmt_status_str gives a table of the formats, a heading and a line for each, lines ending
-/// in carriage return and line feed. The text stands in a static buffer of 256 octets, which the
-/// next call writes anew: the caller does not free it, and no two threads call the function at the
-/// same time.
+/// get_log_fmt_status_str returns a table of the formats: a heading and a line for each, which end
+/// in carriage return and line feed. The text is in a static buffer of 256 octets, which the next
+/// call overwrites. The caller must not free it. Only one thread at a time may call the function.
 KEST_API const char *get_log_fmt_status_str(void);
 
 /// get_log_type_status_str gives a table of the types, their switches and levels, as

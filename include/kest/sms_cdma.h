@@ -21,8 +21,8 @@ enum {
 };
 
 /// kest_sms_encode_cdma_submit_pdu makes an SMS Point-to-Point transport message of the CMT-95
-/// teleservice with a Submit in its bearer data that is valid for seven days (3GPP2 C.S0015,
-/// clauses 3.4.2.1 and 4.4.2), and returns its octets. A `status_report` of exactly 1 asks for a
+/// teleservice and returns its octets. Its bearer data is a Submit that is valid for seven days
+/// (3GPP2 C.S0015, clauses 3.4.2.1 and 4.4.2). A `status_report` of exactly 1 asks for a
 /// delivery acknowledgment. Arguments must not overlap.
 ///
 /// A number's digits, '*' and '#' become DTMF codes; a leading '+' is dropped. Any other character
@@ -42,9 +42,9 @@ enum {
 /// `pdu` then holds the octets before the fault.
 ///
 /// NOTE: text in the GSM 7 bit alphabet goes out as its packed septets under the encoding value of
-/// 7 bit ASCII, and the count ahead of them, NUM_FIELDS, is not that of the septets but of the
-/// text's octets ahead of the first 00. It differs if there are extension characters, characters
-/// without a code, or more than 160 septets.
+/// 7 bit ASCII. The count before them, NUM_FIELDS, is that of the text's octets before the first
+/// 00, not of the septets. It differs if there are extension characters, characters without a code,
+/// or more than 160 septets.
 KEST_API uint32_t kest_sms_encode_cdma_submit_pdu(const char *number, const char *text,
                                                   uint32_t status_report, uint32_t is_hex,
                                                   uint8_t *pdu);

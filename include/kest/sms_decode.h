@@ -84,8 +84,8 @@ KEST_API uint32_t kest_sms_decode_gw_deliver_pdu_v2(const char *pdu, char *smsc,
                                                     uint32_t *udh_no_concat);
 
 /// kest_sms_decode_gw_submit_pdu reads an SMS-SUBMIT (3GPP TS 23.040, clause 9.2.2.2). The validity
-/// period is stepped over: one octet in the relative format, seven in the absolute one. NOTE: none
-/// in the enhanced one.
+/// period is skipped: one octet in the relative format, seven in the absolute one. NOTE: none in
+/// the enhanced one.
 KEST_API uint32_t kest_sms_decode_gw_submit_pdu(const char *pdu, char *smsc, char *destination,
                                                 char *userdata, kest_sms_udh_info *udh);
 
@@ -96,19 +96,19 @@ KEST_API uint32_t kest_sms_decode_gw_submit_pdu_v2(const char *pdu, char *smsc, 
                                                    kest_sms_msg_class *msg_class);
 
 /// kest_sms_decode_gw_status_report_pdu reads an SMS-STATUS-REPORT (3GPP TS 23.040, clause
-/// 9.2.2.3): the number that the message went to, when the service centre received it, when it was
-/// delivered or last tried, and TP-ST as two hexadecimal digits in lower case (clause 9.2.3.15;
-/// "00" is delivered), in `status`, which must not be null. NOTE: a PDU that ends ahead of TP-ST
-/// reads "00" as well; one that ends ahead of the second time stamp has the date 2000/00/00 there.
-/// The message reference is not reported. `userdata` is written only if the parameter indicator
-/// announces user data, so clear it before the call.
+/// 9.2.2.3): the number that the message went to, when the service centre received it, and when it
+/// was delivered or last tried. `status`, not null, gets TP-ST as two hexadecimal digits in lower
+/// case (clause 9.2.3.15; "00" is delivered). NOTE: a PDU that ends before TP-ST reads "00" as
+/// well. One that ends before the second time stamp has the date 2000/00/00 there. The message
+/// reference is not reported. `userdata` is written only if the parameter indicator announces user
+/// data, so clear it before the call.
 KEST_API uint32_t kest_sms_decode_gw_status_report_pdu(const char *pdu, char *smsc, char *recipient,
                                                        char *scts, char *discharge_time,
                                                        char *status, char *userdata,
                                                        kest_sms_udh_info *udh);
 
 /// kest_sms_decode_gw_status_report_pdu_v2 also reports the message class, which is
-/// KEST_SMS_CLASS_NONE after any refusal ahead of the data coding scheme and for a report without
+/// KEST_SMS_CLASS_NONE after any refusal before the data coding scheme and for a report without
 /// one.
 KEST_API uint32_t kest_sms_decode_gw_status_report_pdu_v2(const char *pdu, char *smsc,
                                                           char *recipient, char *scts,
@@ -123,18 +123,21 @@ KEST_API uint32_t kest_sms_decode_gw_status_report_pdu_v2(const char *pdu, char 
 /// octets of which one is missing. It clears `info` and fills it, and writes the text to `text`, of
 /// KEST_SMS_CB_TEXT_SIZE bytes, as hexadecimal text of its UTF-8 form. No pointer may be null.
 ///
-/// The result is 0 for a UMTS message of another type than 1, or with more pages than it has room
-/// for, with a line in the log, and without memory for some 4 KB; otherwise 1. `text` is untouched
-/// after a 0, and also where there is none: for an ETWS primary notification and for less than 6
-/// octets. So clear it before the call. NOTE: a text of more than 1252 octets in UTF-8 leaves it
-/// untouched as well, with the result 1; of more than 1252 septets or octets on the air the first
-/// 1252 are taken.
+/// Returns 1, or 0
+/// - with a line in the log for a UMTS message of another type than 1, or with more pages than it
+/// has
+///   room for;
+/// - without 4 KB of memory.
+///
+/// Clear `text` before the call. It is unchanged after a 0, and if there is no text: for an ETWS
+/// primary notification and for less than 6 octets. NOTE: more than 1252 octets of UTF-8 leave it
+/// unchanged too, with the result 1. Only the first 1252 septets or octets on the air count.
 ///
 /// Each page of a UMTS message in the 7 bit alphabet is unpacked by itself, as far as its length
 /// octet says. NOTE: in the other alphabets pages stand 82 octets apart, and the sum of their
 /// lengths is taken of that run. A length above 82 counts as 82. Filling, such as carriage returns,
-/// is part of the text; a language code ahead of the text is not. How characters come out is told
-/// above, at `userdata`.
+/// is part of the text; a language code before the text is not. Characters come out as in
+/// `userdata` above.
 KEST_API uint32_t kest_sms_decode_gw_cb_pdu(const uint8_t *cb_data, uint16_t length, char *text,
                                             kest_sms_cb_info *info);
 

@@ -116,7 +116,7 @@ KEST_API int32_t kest_sms_is_long_message(const char *text, uint32_t is_hex);
 
 /// kest_sms_get_long_message_segment measures the first segment of `text`. `*segment_len` becomes
 /// its length in bytes of `text`, which are hexadecimal digits if `is_hex` is not 0. The host goes
-/// on behind them until nothing is left; the number of calls is the `total` of the segments. It
+/// on after them until nothing is left; the number of calls is the `total` of the segments. It
 /// returns the septets or octets that the segment takes, at most 152 or 133, and fails as
 /// kest_sms_is_long_message does, also if `segment_len` is null; `*segment_len` stays untouched
 /// then. Any thread may call it.
@@ -134,13 +134,12 @@ KEST_API int32_t kest_sms_get_long_message_segment(const char *text, uint32_t is
 /// kest_sms_encode_long_gw_submit_pdu makes segment `sequence`, from 1, of the `total` of a
 /// message, as an SMS-SUBMIT that is valid for seven days. `text` is that of the segment alone. The
 /// header holds the low 8 bits of `total` and `sequence`. A `total` below 2 makes a single message
-/// without a header, whose text is cut off at its limits; a segment of more than 152 septets, 133
-/// octets of 8 bit data or 66 characters of UCS-2 is refused, and one that ends within a UTF-8
-/// sequence.
+/// without a header, whose text is cut at its limits. A segment is refused if it has more than 152
+/// septets, 133 octets of 8 bit data or 66 characters of UCS-2, or ends within a UTF-8 sequence.
 ///
-/// TP-MR steps as in kest_sms_encode_gw_submit_pdu. The reference of the message comes from another
-/// counter of the library, which SUBMIT and DELIVER share and which steps when a call succeeds
-/// whose `sequence` equals `total`: encode in order, one message after the other, and repeat a call
+/// TP-MR counts as in kest_sms_encode_gw_submit_pdu. The reference of the message comes from
+/// another counter, which SUBMIT and DELIVER share. It is incremented when a call succeeds whose
+/// `sequence` equals `total`. So encode in order, one message after the other, and repeat a call
 /// that failed. Threads take turns.
 KEST_API int32_t kest_sms_encode_long_gw_submit_pdu(const char *number, const char *text,
                                                     uint32_t status_report, uint32_t is_hex,

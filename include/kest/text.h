@@ -25,7 +25,7 @@ extern "C" {
 KEST_API uint8_t kest_hexchar_to_binary(char c);
 
 /// kest_hexstring_to_binary turns the hexadecimal text `str`, high nibble first, into octets and
-/// returns their number. `buf` holds `buf_size` octets, all of which are written: those behind the
+/// returns their number. `buf` holds `buf_size` octets, all of which are written: those after the
 /// text become 0. Characters that are no digits count as 0. An odd last digit is the high nibble of
 /// an octet of its own. If `buf` is too small it stays untouched, the debug log says so, and the
 /// result is 0.
@@ -40,7 +40,7 @@ KEST_API int8_t kest_binary_to_hexchar(uint8_t value);
 KEST_API int8_t kest_binary_to_hexchar_uppercase(uint8_t value);
 
 /// kest_binary_to_hexstring writes `data_len` octets as hexadecimal text, in lower case, and its
-/// terminator. `str` holds `str_size` bytes, all of which are written: those behind the text become
+/// terminator. `str` holds `str_size` bytes, all of which are written: those after the text become
 /// 0. If `str_size` is below 2 * `data_len` + 1, `str` stays untouched and the debug log says so.
 /// With KEST_LOG_ERROR in `log_level` each digit is a line there, as of kest_binary_to_hexchar.
 KEST_API void kest_binary_to_hexstring(const uint8_t *data, uint16_t data_len, char *str,
@@ -73,35 +73,43 @@ KEST_API uint16_t kest_convert_ascii_to_utf8(const uint8_t *src, uint8_t len, ch
 KEST_API int32_t strlen_utf8(const char *s);
 
 /// kest_convert_ussd_string_to_utf8 converts the `len` octets of a USSD string by its data coding
-/// scheme (3GPP TS 23.038, clause 5) and returns the bytes in `dst` without the terminator. Septets
-/// are converted as by kest_decode_packed_7bit_gsm_string, without what its NOTE tells; 8 bit data
-/// is copied as it is; UCS-2 is converted as by kest_convert_ucs2_to_utf8, without an odd last
-/// octet. Texts that are no septets can hold NUL bytes. Bits 3 and 2 tell the alphabet in the
-/// groups 0x4 to 0x7, 0x9 and 0xC to 0xE, bit 2 in 0xF; of the other schemes that are taken 0x11 is
-/// UCS-2, and all else are septets.
+/// scheme (3GPP TS 23.038, clause 5). Returns the bytes in `dst` without the terminator. Texts that
+/// are no septets can hold NUL bytes.
 ///
-/// The result is 0, and `dst` stays untouched, if a pointer is null, if there are no septets, or
-/// for the schemes 0x12 to 0x1F, 0x80 to 0x8F, 0xA0 to 0xBF, and those of the groups 0x4 to 0x7,
-/// 0x9 and 0xC to 0xE that name the reserved alphabet (bits 3 and 2 are 11). It is 0 for an empty
-/// text, too: a host that reads `dst` in any case sets its first byte to NUL before.
+/// | scheme | the octets are |
+/// |---|---|
+/// | groups 0x4 to 0x7, 0x9, 0xC to 0xE | by bits 3 and 2: septets, 8 bit, UCS-2, reserved |
+/// | group 0xF | by bit 2: septets, 8 bit |
+/// | 0x11 | UCS-2 after a language indication |
+/// | 0x12 to 0x1F, groups 0x8, 0xA, 0xB | reserved |
+/// | else | septets |
 ///
-/// `dst` needs 2 bytes for each septet, of which seven octets hold eight, or `len` bytes of 8 bit
-/// data, or `len` * 3 / 2 of UCS-2, and a terminator: 583 bytes hold whatever comes.
+/// Septets are converted as by kest_decode_packed_7bit_gsm_string, but for its NOTE. 8 bit data is
+/// copied. UCS-2 is converted as by kest_convert_ucs2_to_utf8, without an odd last octet.
 ///
-/// NOTE: a language indication stays ahead of the text: with scheme 0x10 as its two letters, with
+/// Returns 0, with `dst` unchanged, if a pointer is null, if there are no septets and for a
+/// reserved scheme. An empty text gives 0 too: if you read `dst` in any case, set its first byte to
+/// NUL.
+///
+/// `dst` needs a terminator and 2 bytes for each septet, `len` bytes of 8 bit data, or `len` * 3 /
+/// 2 of UCS-2: 583 bytes always suffice.
+///
+/// NOTE: a language indication stays before the text: with scheme 0x10 as its two letters, with
 /// 0x11 as a character whose code has the first octet in its low 8 bits.
 KEST_API uint32_t kest_convert_ussd_string_to_utf8(uint8_t dcs, uint8_t len, const uint8_t *src,
                                                    char *dst);
 
 /// kest_decode_packed_7bit_gsm_string converts all septets of `len` packed octets of the GSM 7 bit
-/// alphabet and returns the bytes in `dst` without the terminator; 0, with nothing written, if a
-/// pointer is null or `len` is 0. `dst` needs 2 bytes for each septet, of which seven octets hold
-/// eight, and a terminator. An escape becomes a blank, and the code behind it an ordinary
-/// character; carriage returns are left out. The commercial at sign of a last septet of 0 is taken
-/// away, for nothing tells it from the fill of the last octet; one that a carriage return pads
-/// counts as last.
+/// alphabet. Returns the bytes in `dst` without the terminator, or 0, with nothing written, if a
+/// pointer is null or `len` is 0. `dst` needs a terminator and 2 bytes for each septet, of which
+/// seven octets hold eight.
+/// - An escape becomes a blank, and the code after it an ordinary character.
+/// - Carriage returns are left out.
+/// - A last septet of 0 gives no commercial at sign: it may be the fill of the last octet. The
+/// septet
+///   before a padding carriage return counts as last.
 ///
-/// NOTE: if `len` is a multiple of 7 and the last septet is 0, a second commercial at sign ahead of
+/// NOTE: if `len` is a multiple of 7 and the last septet is 0, a second commercial at sign before
 /// it is taken away too. The result still counts that one.
 KEST_API uint32_t kest_decode_packed_7bit_gsm_string(char *dst, const uint8_t *src, uint16_t len);
 

@@ -69,13 +69,15 @@ enum {
   KEST_CB_LANGUAGE_IN_TEXT = 16 ///< a code stood ahead of the text, see `language_chars`
 };
 
-/// kest_sms_cb_info is the header of a cell broadcast message. The decoders clear it first, so that
-/// a field which the message does not have is 0, but that `language` is KEST_CB_LANGUAGE_NONE, and
-/// `total_pages` and `page_number` are 1, in an ETWS primary notification. Of a UMTS message of
-/// another type than 1 all but `format` and the type is 0. Fields of ETWS are 0 for identifiers
-/// outside 0x1100 to 0x1107, those of CMAS for identifiers outside 4370 to 4399: look at the
-/// identifier first, for 0 is a value of each. What ETWS warns of is told by identifier and serial
-/// number; the warning type octets of a primary notification are not read.
+/// kest_sms_cb_info is the header of a cell broadcast message. The decoders clear it first: a field
+/// that the message does not have is 0. In an ETWS primary notification `language` is
+/// KEST_CB_LANGUAGE_NONE, and `total_pages` and `page_number` are 1. A UMTS message of another type
+/// than 1 has `format` and its type alone.
+///
+/// Look at the identifier first, for 0 is a value of each field. Fields of ETWS hold for
+/// identifiers 0x1100 to 0x1107, those of CMAS for 4370 to 4399. The kind of an ETWS warning comes
+/// from identifier and serial number; the warning type octets of a primary notification are not
+/// read.
 typedef struct kest_sms_cb_info {
   uint32_t format;             ///< KEST_CB_FORMAT_GSM, _UMTS or _ETWS_PRIMARY
   uint16_t message_identifier; ///< source and kind (3GPP TS 23.041, clause 9.4.1.2.2)

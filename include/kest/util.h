@@ -12,9 +12,9 @@ extern "C" {
 #endif
 
 /// @defgroup kest_list Linked list
-/// A list of numbers. The caller holds the head, null for an empty list; each function returns the
-/// head to hold from then on, and tells of its outcome on standard output, without a line feed. No
-/// lock guards a list. Nodes come from `malloc`; DelNode until the head is null frees them all.
+/// A list of numbers. The caller holds the head, null for an empty list. Each function returns the
+/// new head, and prints its outcome to standard output without a line feed. No lock guards a list.
+/// Nodes come from `malloc`; DelNode until the head is null frees them all.
 /// @{
 
 /// ListNode is one node of a list.
@@ -25,8 +25,8 @@ typedef struct ListNode {
   struct ListNode *next; ///< null at the end
 } ListNode;
 
-/// InsFront puts a new node ahead of all others. Without memory the three inserting functions say
-/// so and leave the list as it was.
+/// InsFront puts a new node before all others. Without memory the three inserting functions print
+/// that and leave the list unchanged.
 KEST_API ListNode *InsFront(ListNode *head, uint8_t id, int32_t data, uint8_t value);
 
 /// InsBack appends a new node. On an empty list it prints nothing.
@@ -58,8 +58,8 @@ KEST_API ListNode *DelNodeByData(ListNode *head, int32_t data);
 /// be opened, and -2 if there is no such process.
 KEST_API int32_t kest_get_pid_by_name(const char *name);
 
-/// kest_remove_quotation_mark stores what stands between the first two double quotes of `str` in
-/// `out`, in a new block that the caller frees with `free`, and returns how many octets that is.
+/// kest_remove_quotation_mark stores what stands between the first two double quotes of `str` in a
+/// new block, `*out`, and returns its octets. The caller must `free` the block.
 /// Only blanks (0x20) may precede the first quote; what follows the second is ignored. It prints
 /// the length and the text to standard output.
 ///
