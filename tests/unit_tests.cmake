@@ -37,9 +37,6 @@ add_executable(kest_tests
   util/linked_list_test.cpp
   util/process_test.cpp
   util/strings_test.cpp)
-if(NOT CMAKE_UNITY_BUILD) # half of the time that they take one by one
-  target_precompile_headers(kest_tests PRIVATE <gtest/gtest.h> <nlohmann/json.hpp>)
-endif()
 target_compile_definitions(kest_tests PRIVATE
   KEST_TESTS="${CMAKE_CURRENT_SOURCE_DIR}")
 target_link_libraries(kest_tests PRIVATE
