@@ -5,14 +5,14 @@
 #include "util/heap.h"
 #include "util/uncancelled.h"
 
-// Order of locks: the mutex of a record, then that of a queue or the `in_use` of the record; of two
-// queues the target of a move comes first. A consumer takes those of a record with no queue locked.
+// Order of locks: the mutex of a `sync`, then that of a queue or the `in_use` of that `sync`. Of
+// two queues the target of a move comes first. A consumer locks a `sync` only with no queue locked.
 
 namespace {
 
-template <class record>
-heap<record> allocate() {
-  return heap<record>(static_cast<record *>(malloc(sizeof(record))));
+template <class block>
+heap<block> allocate() {
+  return heap<block>(static_cast<block *>(malloc(sizeof(block))));
 }
 
 // set_count changes the count of a locked queue, which orba_queue_length reads without the lock.
@@ -20,8 +20,8 @@ void set_count(orba_queue &queue, uint32_t count) {
   __atomic_store_n(&queue.count, count, __ATOMIC_RELAXED);
 }
 
-// append puts a chain of `count` nodes behind the elements of a locked queue. `tail` is looked at
-// only while there are any: the node that it points to may be gone.
+// append puts a chain of `count` nodes after the elements of a locked queue. `tail` is read only if
+// there are any: the node that it points to may be gone.
 void append(orba_queue &queue, orba_queue_node *first, orba_queue_node *last, uint32_t count) {
   if (queue.head == nullptr) {
     queue.head = first;
@@ -32,7 +32,7 @@ void append(orba_queue &queue, orba_queue_node *first, orba_queue_node *last, ui
   set_count(queue, queue.count + count);
 }
 
-// unlink_oldest takes the oldest node, if any, out of a locked queue.
+// unlink_oldest takes the oldest node out of a locked queue, or returns null.
 orba_queue_node *unlink_oldest(orba_queue &queue) {
   orba_queue_node *node = queue.head;
   if (node != nullptr) {
@@ -42,9 +42,9 @@ orba_queue_node *unlink_oldest(orba_queue &queue) {
   return node;
 }
 
-// deliver fills the outputs of a pop. A node that has been unlinked belongs to the consumer, and
-// the pusher of a record waits, so that no lock is needed.
-void *deliver(orba_queue_node *node, void **value_out, orba_queue_node **node_out) {
+// fill_outputs needs no lock: an unlinked node belongs to the consumer, and a pusher with a `sync`
+// waits.
+void *fill_outputs(orba_queue_node *node, void **value_out, orba_queue_node **node_out) {
   if (node == nullptr) {
     return nullptr;
   }
@@ -53,26 +53,26 @@ void *deliver(orba_queue_node *node, void **value_out, orba_queue_node **node_ou
   return node->data;
 }
 
-// make_record makes a record whose mutex is locked, before a consumer can see it: a consumer gets
-// that mutex only when the pusher is in its wait.
-heap<orba_queue_sync> make_record(void *value) {
-  heap<orba_queue_sync> record = allocate<orba_queue_sync>();
-  if (record != nullptr) {
-    pthread_mutex_init(&record->mutex, nullptr);
-    pthread_cond_init(&record->cond, nullptr);
-    pthread_mutex_init(&record->in_use, nullptr);
-    record->value = value;
-    record->done = 0;
-    pthread_mutex_lock(&record->mutex);
+// make_locked_sync locks the mutex before a consumer can see it: a consumer gets it only when the
+// pusher waits.
+heap<orba_queue_sync> make_locked_sync(void *value) {
+  heap<orba_queue_sync> sync = allocate<orba_queue_sync>();
+  if (sync != nullptr) {
+    pthread_mutex_init(&sync->mutex, nullptr);
+    pthread_cond_init(&sync->cond, nullptr);
+    pthread_mutex_init(&sync->in_use, nullptr);
+    sync->value = value;
+    sync->done = 0;
+    pthread_mutex_lock(&sync->mutex);
   }
-  return record;
+  return sync;
 }
 
 void unlock(void *mutex) {
   pthread_mutex_unlock(static_cast<pthread_mutex_t *>(mutex));
 }
 
-// wait_for_element waits with the queue locked. A thread that is cancelled meanwhile unlocks it.
+// wait_for_element takes and returns a locked queue. A thread cancelled in the wait unlocks it.
 void wait_for_element(orba_queue &queue) {
   pthread_cleanup_push(unlock, &queue.mutex);
   while (queue.head == nullptr) {
@@ -81,18 +81,18 @@ void wait_for_element(orba_queue &queue) {
   pthread_cleanup_pop(0);
 }
 
-// wait_until_done returns when the consumer is done with the element, and with the record. A
-// condition may wake without a signal, so `done` decides. The pusher may see it while the consumer
-// is still to give its signal, and then waits for `in_use`, which the consumer holds by then. The
-// consumer uses record and value until it is done: a request to cancel the pusher waits as well.
-void wait_until_done(orba_queue_sync &record) {
+// wait_until_done returns when the consumer is done with the element and with `sync`. A condition
+// may wake without a signal, so `done` decides. The pusher may see it before the consumer signals,
+// and then waits for `in_use`, which the consumer holds. The consumer uses `sync` and the value
+// until it is done, so a request to cancel the pusher waits as well.
+void wait_until_done(orba_queue_sync &sync) {
   const uncancelled whole;
-  while (record.done == 0) {
-    pthread_cond_wait(&record.cond, &record.mutex);
+  while (sync.done == 0) {
+    pthread_cond_wait(&sync.cond, &sync.mutex);
   }
-  pthread_mutex_unlock(&record.mutex);
-  pthread_mutex_lock(&record.in_use);
-  pthread_mutex_unlock(&record.in_use);
+  pthread_mutex_unlock(&sync.mutex);
+  pthread_mutex_lock(&sync.in_use);
+  pthread_mutex_unlock(&sync.in_use);
 }
 
 } // namespace
@@ -108,26 +108,26 @@ int32_t orba_queue_init(orba_queue *queue) {
 
 int32_t orba_queue_push(orba_queue *queue, void *data, void *value) {
   heap<orba_queue_node> node = allocate<orba_queue_node>();
-  heap<orba_queue_sync> record;
+  heap<orba_queue_sync> sync;
   if (node == nullptr) {
     return -1;
   }
   if (value != nullptr) {
-    record = make_record(value);
-    if (record == nullptr) {
+    sync = make_locked_sync(value);
+    if (sync == nullptr) {
       return -1;
     }
   }
-  *node = {nullptr, data, record.get()};
+  *node = {nullptr, data, sync.get()};
   pthread_mutex_lock(&queue->mutex);
   append(*queue, node.get(), node.get(), 1);
   pthread_cond_signal(&queue->cond);
   pthread_mutex_unlock(&queue->mutex);
-  if (record == nullptr) {
+  if (sync == nullptr) {
     static_cast<void>(node.release()); // orba_queue_pop_done frees it
     return 0;
   }
-  wait_until_done(*record);
+  wait_until_done(*sync);
   return 0;
 }
 
@@ -138,7 +138,7 @@ void *orba_queue_pop(orba_queue *queue, void **value_out, orba_queue_node **node
   }
   orba_queue_node *node = unlink_oldest(*queue);
   pthread_mutex_unlock(&queue->mutex);
-  return deliver(node, value_out, node_out);
+  return fill_outputs(node, value_out, node_out);
 }
 
 void *orba_queue_pop_without_cond_wait(orba_queue *queue, void **value_out,
@@ -146,7 +146,7 @@ void *orba_queue_pop_without_cond_wait(orba_queue *queue, void **value_out,
   pthread_mutex_lock(&queue->mutex);
   orba_queue_node *node = unlink_oldest(*queue);
   pthread_mutex_unlock(&queue->mutex);
-  return deliver(node, value_out, node_out);
+  return fill_outputs(node, value_out, node_out);
 }
 
 void *orba_queue_trypop(orba_queue *queue, void **value_out, orba_queue_node **node_out) {
@@ -155,21 +155,21 @@ void *orba_queue_trypop(orba_queue *queue, void **value_out, orba_queue_node **n
   }
   orba_queue_node *node = unlink_oldest(*queue);
   pthread_mutex_unlock(&queue->mutex);
-  return deliver(node, value_out, node_out);
+  return fill_outputs(node, value_out, node_out);
 }
 
 void orba_queue_pop_done(orba_queue_node *node) {
-  orba_queue_sync *record = node->sync;
-  if (record == nullptr) {
+  orba_queue_sync *sync = node->sync;
+  if (sync == nullptr) {
     free(node);
     return;
   }
-  pthread_mutex_lock(&record->mutex);
-  pthread_mutex_lock(&record->in_use); // before `done`: who sees that waits for this one
-  record->done = 1;
-  pthread_mutex_unlock(&record->mutex);
-  pthread_cond_signal(&record->cond);
-  pthread_mutex_unlock(&record->in_use); // the pusher frees the record and the node
+  pthread_mutex_lock(&sync->mutex);
+  pthread_mutex_lock(&sync->in_use); // before `done`: a pusher that sees `done` waits for it
+  sync->done = 1;
+  pthread_mutex_unlock(&sync->mutex);
+  pthread_cond_signal(&sync->cond);
+  pthread_mutex_unlock(&sync->in_use); // the pusher frees `sync` and the node
 }
 
 void orba_queue_push_queue(orba_queue *target, orba_queue *source) {
@@ -192,7 +192,7 @@ void orba_queue_flush_without_cond_wait(orba_queue *queue) {
   queue->head = nullptr;
   set_count(*queue, 0);
   pthread_mutex_unlock(&queue->mutex);
-  // A pusher may still hold its record's mutex: that one comes ahead of the queue's.
+  // With the queue unlocked: a pusher may still hold the mutex of its `sync`, which comes first.
   while (node != nullptr) {
     orba_queue_node *next = node->next;
     free(node->data);
