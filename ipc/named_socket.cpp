@@ -15,7 +15,7 @@
 
 namespace {
 
-// set_path makes the path of a name, cut to what an address holds. The name counts from the root.
+// set_path writes "/" and the name, cut to what an address holds.
 void set_path(sockaddr_un &address, const char *name) {
   snprintf(address.sun_path, sizeof address.sun_path, "/%s", name);
 }
@@ -29,7 +29,7 @@ const char *error_text() {
   return strerror(errno);
 }
 
-// bind_new binds a socket to a path that it clears of an old file before.
+// bind_new removes an old file at the path, then binds.
 bool bind_new(const char *log_name, const char *name, int fd, const sockaddr_un &address) {
   if (unlink(address.sun_path) < 0 && errno != ENOENT) {
     log_message(LOG_ERR, "%s: Failed to unlink old socket '%s': %s\n", log_name, name,
@@ -59,7 +59,7 @@ int create(const char *log_name, const char *name, sockaddr_un *addr_out, int ty
     close(fd);
     return -1;
   }
-  // The mode comes last, for a change of owner takes set-id bits away. Neither failure counts.
+  // The mode comes last: a change of owner clears set-id bits. Both failures are ignored.
   [[maybe_unused]] const int owned = chown(address.sun_path, owner, group);
   chmod(address.sun_path, mode);
   if (addr_out != nullptr) {

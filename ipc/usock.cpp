@@ -15,7 +15,7 @@ namespace {
 constexpr uint32_t TYPE_MASK = 0xFF;
 constexpr int BACKLOG = 128;
 
-// close_failed closes a socket and keeps the reason of the failure in `errno`.
+// close_failed closes a socket and keeps `errno`.
 void close_failed(int fd) {
   const int reason = errno;
   close(fd);
@@ -28,12 +28,12 @@ bool bind_server(int fd, const sockaddr *addr, socklen_t addrlen, int type) {
   return bind(fd, addr, addrlen) == 0 && (type != SOCK_STREAM || listen(fd, BACKLOG) == 0);
 }
 
-// connect_client takes a connection that is still under way as well.
+// connect_client also accepts a connection in progress.
 bool connect_client(int fd, const sockaddr *addr, socklen_t addrlen) {
   return connect(fd, addr, addrlen) == 0 || errno == EINPROGRESS;
 }
 
-// usock_open_one opens a socket and binds or connects it: the descriptor, or -1.
+// usock_open_one opens a socket and binds or connects it. It returns the descriptor, or -1.
 int usock_open_one(const sockaddr *addr, socklen_t addrlen, int domain, int type, bool server) {
   const int fd = socket(domain, type, 0);
   if (fd < 0) {
@@ -67,8 +67,8 @@ int address_family(uint32_t flags) {
   return (flags & USOCK_FLAG_IPV4) != 0 ? AF_INET : AF_UNSPEC;
 }
 
-// usock_open_resolved takes the first address that works. Of the list only the addresses count: the
-// socket has the caller's type and the protocol that goes with it.
+// usock_open_resolved takes the first address that works. It ignores the list's types and
+// protocols: the socket has the caller's type.
 int usock_open_resolved(uint32_t flags, const char *host, const char *service, int type,
                         bool server) {
   addrinfo hints = {};

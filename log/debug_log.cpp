@@ -25,15 +25,15 @@ constexpr size_t LOG_FILE_MAX_LEN = ROTATED_NAME_SIZE - sizeof ".1";
 
 std::atomic<int32_t> kest_log_enabled{1};
 
-// Guards the log file from the rotation test to the close, so that records do not mix and only one
-// thread rotates. No other lock of the library is taken under it.
+// Guards the log file from the check of its size to the close: lines do not mix, and one thread
+// rotates. No other lock of the library is taken under it.
 pthread_mutex_t kest_log_mutex = PTHREAD_MUTEX_INITIALIZER;
 
 [[gnu::constructor(KEST_FIRST)]] void keep_over_fork() {
   kest_hold_over_fork<kest_log_mutex>();
 }
 
-// rotate makes room by renaming a file that has passed the limit; an earlier one is replaced.
+// rotate renames a file larger than the limit. It replaces an earlier one.
 void rotate() {
   struct stat status;
   if (stat(LOG_FILE, &status) != 0 || static_cast<uint32_t>(status.st_size) <= LOG_FILE_MAX_SIZE) {
@@ -44,7 +44,7 @@ void rotate() {
   rename(LOG_FILE, rotated);
 }
 
-// A record while it is made: the text, with room for the prefix before it.
+// The text of a line, with room for the prefix before it.
 using line_buffer = std::array<char, PREFIX_SIZE + TEXT_SIZE>;
 
 // format_prefix writes the prefix to the start of `line` and returns its length.
@@ -59,9 +59,9 @@ size_t format_prefix(line_buffer &line) {
   return strlen(line.data());
 }
 
-// append_record appends by one write, so that records of several processes do not mix. A byte 0xFF
-// ends the text, for its complement is a terminator.
-void append_record(line_buffer &line) {
+// append_line appends by one write, so that lines of several processes do not mix. A byte 0xFF ends
+// the text: its complement is a terminator.
+void append_line(line_buffer &line) {
   const size_t prefix = format_prefix(line);
   const int file = open(LOG_FILE, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
   if (file < 0) {
@@ -80,7 +80,7 @@ bool is_dropped(uint32_t mask) {
   return kest_log_enabled.load(std::memory_order_relaxed) == 0 || mask == 0;
 }
 
-// log_line has a frame of its own, for its buffers: a line that is dropped needs none.
+// log_line is not inlined: a dropped line needs no buffer on the stack.
 [[gnu::noinline, gnu::format(printf, 2, 0)]] void log_line(uint32_t mask, const char *format,
                                                            va_list arguments) {
   const unnoticed caller;
@@ -95,11 +95,10 @@ bool is_dropped(uint32_t mask) {
     return;
   }
   pthread_mutex_lock(&kest_log_mutex);
-  // The rotated name of a longer path fits no buffer: such a path counts as one that can't be
-  // opened.
+  // A longer path has no rotated name, so it counts as one that can't be opened.
   if (strnlen(LOG_FILE, LOG_FILE_MAX_LEN + 1) <= LOG_FILE_MAX_LEN) {
     rotate();
-    append_record(line);
+    append_line(line);
   }
   pthread_mutex_unlock(&kest_log_mutex);
 }

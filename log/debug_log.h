@@ -8,8 +8,7 @@
 [[gnu::format(printf, 1, 2)]] void kest_log_error(const char *format, ...);
 [[gnu::format(printf, 1, 2)]] void kest_log_debug(const char *format, ...);
 
-// logs returns whether lines of `bit` are on. Asked before lines that come for each octet, it
-// spares the calls.
+// logs returns whether log_level has `bit`. It saves calls before lines for each octet.
 inline bool logs(uint32_t bit) {
   return (log_level & bit) != 0;
 }

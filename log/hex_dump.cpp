@@ -16,8 +16,8 @@ constexpr size_t HEX_COLUMN = 5;
 constexpr size_t TEXT_COLUMN = 43;
 constexpr size_t LINE_SIZE = TEXT_COLUMN + OCTETS_PER_LINE + 1; // with its terminator
 
-// format_line writes up to 16 octets into the line: each has its fixed columns, so that the text of
-// a short line stands below that of a full one.
+// format_line writes up to 16 octets. Each has fixed columns, so that short lines align with full
+// ones.
 void format_line(std::span<const uint8_t> octets, char (&line)[LINE_SIZE]) {
   constexpr char DIGITS[] = "0123456789ABCDEF";
   memset(line, ' ', TEXT_COLUMN);
@@ -31,8 +31,7 @@ void format_line(std::span<const uint8_t> octets, char (&line)[LINE_SIZE]) {
   line[TEXT_COLUMN + octets.size()] = '\0';
 }
 
-// dump writes the lines to the debug log with the mask in `log_mask`, or to standard output if that
-// is null.
+// dump writes to the debug log with the mask in `log_mask`, or to standard output if that is null.
 void dump(const uint8_t *data, int32_t length, const uint32_t *log_mask) {
   std::span<const uint8_t> rest(data, static_cast<size_t>(std::max(length, 0)));
   while (!rest.empty()) {

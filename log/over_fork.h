@@ -2,12 +2,11 @@
 #pragma once
 #include <pthread.h>
 
-constexpr int KEST_FIRST = 101; // of the constructors of a program, the system's own left out
+constexpr int KEST_FIRST = 101; // the first constructor after the system's own
 
-// kest_hold_over_fork has a process forked only while no other thread holds `mutex`. The child
-// finds it free, and so does its parent. It is called as the library is loaded, before a host
-// registers handlers of its own: these take their locks first, as a host does that logs under a
-// lock.
+// kest_hold_over_fork lets a fork wait until no other thread holds `mutex`. Parent and child find
+// it free. It is called at load, before a host registers handlers of its own. Those run first, so
+// the host's locks come before `mutex`, as when a host logs under a lock.
 template <pthread_mutex_t &mutex>
 void kest_hold_over_fork() {
   const auto lock = [] {

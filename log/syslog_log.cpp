@@ -14,7 +14,7 @@ int32_t verbose = 0;
 
 namespace {
 
-// Ready before logging_init as well, which leaves it alone: other threads may hold it.
+// Ready at load: logging_init must not touch it, for other threads may hold it.
 pthread_mutex_t log_mutex = PTHREAD_MUTEX_INITIALIZER;
 
 [[gnu::constructor(KEST_FIRST)]] void keep_over_fork() {
@@ -54,7 +54,7 @@ void log_message(int32_t pri, const char *fmt, ...) {
   }
   va_end(arguments);
   if (verbose != 0) {
-    errno = caller.reason; // of which `%m` speaks here as well
+    errno = caller.reason; // `%m` means the same in both
     va_start(arguments, fmt);
     vprintf(fmt, arguments);
     va_end(arguments);

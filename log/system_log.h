@@ -2,9 +2,9 @@
 #pragma once
 #include "util/uncancelled.h"
 
-// system_log_lock is held for each call of the C library's system log. The C library has a lock of
-// its own there, which a forked child would find taken for good. This one keeps other threads out
-// while the process is forked. No other lock of the library is taken under it.
+// system_log_lock is held for each call of the C library's system log. The C library locks there
+// too, and a forked child could find that lock taken for good. This lock keeps other threads out
+// during a fork. No other lock of the library is taken under it.
 class system_log_lock {
 public:
   system_log_lock() {

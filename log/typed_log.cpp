@@ -50,8 +50,7 @@ const char *status_name(int32_t set) {
   return set != 0 ? "enabled" : "disabled";
 }
 
-// status_text is the text of a table in a static buffer. What does not fit is cut, and no line
-// follows it.
+// status_text is a table in a static buffer. It is cut at the end of the buffer.
 struct status_text {
   std::span<char> buffer;
   size_t size = 0; // of the text so far; no less than that of the buffer once something is cut

@@ -4,11 +4,10 @@
 
 #include "util/uncancelled.h"
 
-// unnoticed keeps what a caller does not expect a log to touch: its `errno`, and its life as a
-// thread.
+// unnoticed keeps `errno` while it lives, and puts off a cancellation of the thread.
 struct unnoticed {
   const uncancelled thread;
-  const int reason; // of the caller, and so what `%m` means
+  const int reason; // the caller's `errno`, which `%m` means
 
   unnoticed() : reason(errno) {}
   ~unnoticed() {

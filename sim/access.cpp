@@ -56,8 +56,8 @@ constexpr uint8_t CONDITION_NEVER = 0x97;
 constexpr uint8_t CONTROL_REFERENCE_TEMPLATE = 0xA4;
 constexpr uint8_t KEY_REFERENCE = 0x83;
 
-// How several keys combine, and the octets of conditions. Without a template there are none of
-// these, and no more than one key.
+// How several keys combine, and the octets of conditions: 0 without a template, and then at most
+// one key.
 struct condition_template {
   kest_sim_access_method method = KEST_SIM_ACCESS_NEVER;
   size_t length = 0;
@@ -78,8 +78,8 @@ struct open_rule {
   unsigned keys = 0; // key references so far, known or not
 };
 
-// add_key adds the key of `reference`, combined with the keys before it as the template says. A
-// reference that is not in the table takes all of them back.
+// add_key combines the key of `reference` with the keys before it. An unknown reference removes all
+// of them.
 void add_key(uint8_t reference, const condition_template &outer, open_rule &rule) {
   kest_sim_access_condition &condition = rule.condition;
   if (rule.keys > 0) {
@@ -94,9 +94,9 @@ void add_key(uint8_t reference, const condition_template &outer, open_rule &rule
   ++rule.keys;
 }
 
-// read_key takes the key reference that a control reference template begins with, if it does. What
-// else that holds is not looked at. NOTE: neither are its length and that of the key reference, so
-// that the key of a template which is too short for one is taken from the octets after it.
+// read_key reads the key reference at the start of a control reference template, if there is one.
+// NOTE: both length octets are ignored, so for a template too short to hold a key, the key is read
+// from the octets after it.
 void read_key(octet_reader &in, const condition_template &outer, open_rule &rule) {
   if (in.next() == KEY_REFERENCE) {
     octet_reader content = in;
@@ -106,8 +106,8 @@ void read_key(octet_reader &in, const condition_template &outer, open_rule &rule
   }
 }
 
-// read_condition takes one object and returns its length octet. NOTE: only a control reference
-// template is skipped; what another object holds is read as the next object.
+// read_condition reads one object and returns its length octet. NOTE: only the value of a control
+// reference template is skipped. That of another object is read as the next object.
 size_t read_condition(octet_reader &in, const condition_template &outer, open_rule &rule) {
   const uint8_t tag = in.u8();
   const size_t length = in.u8();
@@ -123,8 +123,9 @@ size_t read_condition(octet_reader &in, const condition_template &outer, open_ru
 }
 
 // read_rule reads the conditions after an access mode: a template of them, or one. NOTE: each
-// object counts one octet more than it has. So the last objects of a long template stay unread, and
-// a template that has more octets than its objects count takes one more object, also from after it.
+// object counts one octet more than it has, so the last objects of a long template are not read.
+// While the count does not exceed the template's length, another object is read, even after its
+// end.
 kest_sim_access_condition read_rule(octet_reader &in) {
   const condition_template outer = open_template(in);
   open_rule rule;

@@ -10,10 +10,10 @@
 // clause 9.3).
 void kest_sim_decode_access_nibble(uint8_t nibble, kest_sim_access_condition &rule);
 
-// kest_sim_decode_compact_rule applies a security condition octet (ISO/IEC 7816-4) to `rule`, which
-// the caller has set to KEST_SIM_ACCESS_NEVER. A key joins the keys that are there.
+// kest_sim_decode_compact_rule applies a security condition octet (ISO/IEC 7816-4) to `rule`. It
+// adds a key to those of `rule`, and ignores an unknown octet.
 void kest_sim_decode_compact_rule(uint8_t condition, kest_sim_access_condition &rule);
 
 // kest_sim_decode_compact_attributes replaces the five rules of `info` by those of a compact
-// security attribute, which is not empty: an access mode octet and its conditions.
+// security attribute: an access mode octet and its conditions.
 void kest_sim_decode_compact_attributes(octet_reader in, kest_sim_file_info &info);

@@ -32,7 +32,7 @@ bool set_2g_structure(uint8_t structure, kest_sim_file_info &info) {
   }
 }
 
-// quotient divides bit by bit: ARM has no instruction for it, and a call takes more room.
+// quotient divides bit by bit: not every ARM has an instruction for it, and a call is larger.
 uint16_t quotient(unsigned dividend, unsigned divisor) {
   unsigned result = 0;
   for (unsigned bit = 1U << 15; bit != 0; bit >>= 1) {
@@ -102,7 +102,7 @@ struct data_object {
   size_t value = 0; // position
 };
 
-// take_object reads the next object. After the last one it gives none, with the tag 0.
+// take_object returns the next object, or one with the tag 0 after the last.
 data_object take_object(octet_reader &in) {
   if (in.left() == 0) {
     return {};
@@ -159,7 +159,7 @@ void read_descriptor(octet_reader &in, kest_sim_file_info &info) {
   in.overrun |= value.overrun;
 }
 
-// read_identifier takes an answer that ends before the identifier for one that is cut off.
+// read_identifier refuses an answer that ends before the identifier.
 void read_identifier(octet_reader &in, kest_sim_file_info &info) {
   in.overrun |= in.left() == 0;
   const data_object object = take_object(in);
@@ -180,8 +180,7 @@ void read_security(octet_reader &in, kest_sim_file_info &info) {
   if (object.length == 0 || in.overrun) {
     return;
   }
-  // The object is not cut off: all of its value is there.
-  octet_reader value{in.octets.subspan(object.value, object.length)};
+  octet_reader value{in.octets.subspan(object.value, object.length)}; // whole: nothing overran
   if (object.tag == SECURITY_COMPACT) {
     kest_sim_decode_compact_attributes(value, info);
   } else if (object.tag == SECURITY_EXPANDED) {
@@ -223,10 +222,10 @@ int32_t kest_decode_sim_get_response_data(const uint8_t *data, uint16_t length,
     return 0;
   }
   kest_sim_file_info before;
-  memcpy(&before, info, sizeof before); // what stands between the fields as well
+  memcpy(&before, info, sizeof before); // with the padding
   const octet_reader answer{{data, length}};
   if (!(data[0] == FCP_TEMPLATE ? read_3g(answer, *info) : read_2g(answer, *info))) {
-    memcpy(info, &before, sizeof before); // a refused answer leaves no traces
+    memcpy(info, &before, sizeof before); // a refused answer changes nothing
     return 0;
   }
   return 1;

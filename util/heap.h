@@ -1,4 +1,4 @@
-// util/heap.h: blocks of `malloc`, which go back by themselves.
+// util/heap.h: blocks of `malloc` that free themselves.
 #pragma once
 #include <cstdlib>
 #include <memory>

@@ -7,13 +7,13 @@
 
 namespace {
 
-// say ends no thread: a node that is in the list by then would be lost to the caller.
+// say puts off a cancellation: the caller would lose a node that is in the list already.
 void say(const char *message) {
   const uncancelled whole;
   printf("%s", message);
 }
 
-// make_node returns null, and says so, without memory.
+// make_node prints a message and returns null if memory runs out.
 ListNode *make_node(uint8_t id, int32_t data, uint8_t value) {
   auto *node = static_cast<ListNode *>(malloc(sizeof(ListNode)));
   if (node == nullptr) {

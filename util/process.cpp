@@ -16,14 +16,14 @@ namespace {
 constexpr int32_t UNREADABLE = -1; // /proc itself
 constexpr int32_t NOT_FOUND = -2;
 
-// read_pid stores the number that an entry of /proc is, and returns whether it is one: a process.
+// read_pid returns whether an entry of /proc is a process, and stores its number.
 bool read_pid(const char *entry, long &pid) {
   char *end = nullptr;
   pid = strtol(entry, &end, 10);
   return end != entry && *end == '\0';
 }
 
-// read_line reads the first line of a file, with its line feed, as far as it fits. It returns false
+// read_line reads the first line of a file with its line feed, cut to what fits. It returns false
 // if there is none.
 bool read_line(const char *path, std::span<char> line) {
   const int file = open(path, O_RDONLY | O_CLOEXEC);
@@ -42,8 +42,8 @@ bool read_line(const char *path, std::span<char> line) {
   return true;
 }
 
-// runs_under returns whether `name` is part of the name that a process was started under. Its
-// arguments come after a NUL, so that they do not count.
+// runs_under returns whether the command of a process contains `name`. Its arguments come after a
+// NUL, so they are ignored.
 bool runs_under(long pid, const char *name) {
   char text[512]; // the path, then the line
   snprintf(text, sizeof text, "/proc/%ld/cmdline", pid);

@@ -21,7 +21,7 @@ int32_t kest_remove_quotation_mark(const char *str, char **out) {
   if (length == 0 || (*opening != '"' && *opening != '\0')) {
     return 0;
   }
-  // A quotation is shorter than its string by a quote, so that its terminator fits.
+  // The opening quote is not copied, which leaves room for the terminator.
   auto *text = static_cast<char *>(malloc(length));
   if (text == nullptr) {
     return 0;
