@@ -12,10 +12,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   const size_t first = std::min(text.find_first_not_of(' '), text.size());
   const bool taken = !text.empty() && (first == text.size() || text[first] == '"');
   require((out != nullptr) == taken);
-  const std::string behind = text.substr(std::min(first + 1, text.size()));
-  const size_t closing = behind.find('"');
-  require(count == (taken ? std::min(closing, behind.size()) : 0));
-  require(!taken || behind.compare(0, count, out, count) == 0);
+  const std::string after = text.substr(std::min(first + 1, text.size()));
+  const size_t closing = after.find('"');
+  require(count == (taken ? std::min(closing, after.size()) : 0));
+  require(!taken || after.compare(0, count, out, count) == 0);
   require(!taken || closing == std::string::npos || out[count] == '\0');
   return 0;
 }

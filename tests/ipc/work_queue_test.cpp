@@ -158,7 +158,7 @@ void consume(orba_queue &from, size_t way) {
   }
 }
 
-// Each signal comes late, behind a wake-up without one: a pusher that takes that for the end frees
+// Each signal comes late, after a wake-up without one: a pusher that takes that for the end frees
 // what the consumer still has in its hands.
 TEST(WorkQueue, ProducersMovesAndConsumersAtOnce) {
   queue in, out;

@@ -1,4 +1,4 @@
-#include "tests/support/debug_log.h"
+#include "log/debug_log.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "tests/support/debug_log.h"
 #include "tests/support/octets.h"
 #include "tests/support/printed.h"
 #include "tests/support/system_calls.h"
@@ -109,14 +110,11 @@ TEST(DebugLog, ThreadsLoseAndMixNothing) {
   std::vector<std::thread> threads;
   log_lines expected;
   for (char name = 'a'; name < 'a' + 8; ++name) {
-    log_lines own;
-    for (int i = 0; i < 200; ++i) {
-      own.push_back(std::string(100, name) + std::to_string(i));
-    }
-    expected.insert(expected.end(), own.begin(), own.end());
-    threads.emplace_back([own] {
-      for (const std::string &line : own) {
-        kest_log(1, "%s\n", line.c_str());
+    const std::string text(100, name);
+    expected.insert(expected.end(), 200, text);
+    threads.emplace_back([text] {
+      for (int i = 0; i < 200; ++i) {
+        kest_log(1, "%s\n", text.c_str());
       }
     });
   }
@@ -124,10 +122,23 @@ TEST(DebugLog, ThreadsLoseAndMixNothing) {
     thread.join();
   }
   log_lines lines = log.lines();
-  // The lines of one thread stand in their order; only threads interleave.
-  std::stable_sort(lines.begin(), lines.end(),
-                   [](const auto &a, const auto &b) { return a[0] < b[0]; });
+  std::sort(lines.begin(), lines.end());
   EXPECT_EQ(lines, expected);
+}
+
+// A refusal is an error: it is silent with that bit off, whatever else is on.
+TEST(DebugLog, EachLevelHasItsBit) {
+  const std::pair<uint32_t, log_lines> cases[] = {{0, {}},
+                                                  {UINT32_MAX, {"refused", "read"}},
+                                                  {KEST_LOG_ERROR, {"refused"}},
+                                                  {UINT32_MAX - KEST_LOG_ERROR, {"read"}},
+                                                  {UINT32_MAX - KEST_LOG_DEBUG, {"refused"}}};
+  for (const auto &[level, lines] : cases) {
+    const debug_log log(level);
+    kest_log_error("%s\n", "refused");
+    kest_log_debug("%s\n", "read");
+    EXPECT_EQ(log.lines(), lines) << level;
+  }
 }
 
 TEST(DebugLog, CompanionsConsultNoSwitch) {

@@ -22,34 +22,45 @@ json level_is(const json &call) {
 }
 
 TEST(SystemLog, SwitchesDecideAndShow) {
-  run_rows("log/system_log", {{"log_priority", variable_of(log_priority)},
-                              {"verbose", variable_of(verbose)},
-                              {"_log_types", variable_of(_log_types)},
-                              {"_log_fmts", variable_of(_log_fmts)},
-                              {"level of type 0", variable_of(log_type_str_and_level[0].level)},
-                              KEST_CALL(logging_init),
-                              KEST_CALL(logging_close),
-                              {"log_message",
-                               [](const json &call) {
-                                 return log_message(call[1], "%s %d%%", "a", 100000), json();
-                               }},
-                              KEST_CALL(init_tulp_syslog),
-                              KEST_CALL(exit_tulp_syslog),
-                              {"_tulp_pr", call_of(+[](uint32_t type, int32_t level) {
-                                 _tulp_pr(type, level, "%s-%d", "x", 5);
-                               })},
-                              KEST_CALL(log_type_is_set),
-                              KEST_CALL(log_type_set),
-                              KEST_CALL(log_type_clr),
-                              KEST_CALL(log_type_toggle),
-                              KEST_CALL(log_fmt_is_set),
-                              KEST_CALL(log_fmt_set),
-                              KEST_CALL(log_fmt_clr),
-                              KEST_CALL(log_fmt_toggle),
-                              {"log_type_level_is", level_is},
-                              KEST_CALL(log_type_level_set),
-                              KEST_CALL(get_log_fmt_status_str),
-                              KEST_CALL(get_log_type_status_str)});
+  run_rows("log/system_log",
+           {{"log_priority", variable_of(log_priority)},
+            {"verbose", variable_of(verbose)},
+            {"_log_types", variable_of(_log_types)},
+            {"_log_fmts", variable_of(_log_fmts)},
+            {"level of type 0", variable_of(log_type_str_and_level[0].level)},
+            {"level of type 9", variable_of(log_type_str_and_level[9].level)},
+            KEST_CALL(logging_init),
+            KEST_CALL(logging_close),
+            {"log_message",
+             [](const json &call) {
+               return log_message(call[1], "%s %d%%", "a", 100000), json();
+             }},
+            KEST_CALL(init_tulp_syslog),
+            KEST_CALL(exit_tulp_syslog),
+            {"_tulp_pr", call_of(+[](uint32_t type, int32_t level) {
+               _tulp_pr(type, level, "%s-%d", "x", 5);
+             })},
+            KEST_CALL(log_type_is_set),
+            KEST_CALL(log_type_set),
+            KEST_CALL(log_type_clr),
+            KEST_CALL(log_type_toggle),
+            KEST_CALL(log_fmt_is_set),
+            KEST_CALL(log_fmt_set),
+            KEST_CALL(log_fmt_clr),
+            KEST_CALL(log_fmt_toggle),
+            {"log_type_level_is", level_is},
+            KEST_CALL(log_type_level_set),
+            KEST_CALL(get_log_fmt_status_str),
+            KEST_CALL(get_log_type_status_str)},
+           [] { // as at load, which the first row sees
+             log_priority = LOG_INFO;
+             verbose = 0;
+             _log_types = (1u << KEST_LOG_TYPES) - 1;
+             _log_fmts = (1u << KEST_LOG_FORMATS) - 1;
+             for (log_type_row &row : log_type_str_and_level) {
+               row.level = LOG_INFO;
+             }
+           });
 }
 
 TEST(SystemLog, LongNamesEndWithTheBuffer) {

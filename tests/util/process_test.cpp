@@ -16,7 +16,7 @@ namespace {
 TEST(Process, IsFoundByTheNameItWasStartedUnder) {
   const std::string own = std::to_string(getpid());
   const std::string marker = "kest" + own;
-  const std::string past = marker + "past"; // ends behind the 511 octets that are looked at
+  const std::string past = marker + "past"; // ends after the 511 octets that are read
   std::string name = "start " + own + " ";
   name += std::string(511 - name.size() - marker.size(), '.') + past;
   std::string seconds = "61." + own;
